@@ -1,0 +1,79 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "analysis/Forward.h"
+#include "analysis/IPrime.h"
+#include "faulttree/Forward.h"
+#include "model/ISafetyRequirementTarget.h"
+
+namespace FTS {
+
+/// How one cut set's signature stands to another's.
+enum class Inclusion { Unrelated = 0, Within = 1, Around = 2 };
+
+/// A set of events that together cause a top event. Two devices make millions of them cheap to
+/// compare, and they are kept apart: the product of the members' primes tells whether two cut sets
+/// are the same, the bit signature tells whether one lies inside the other. Neither ever looks at
+/// the members. Both have limits that are accepted: products are rounded beyond 2^53, and the
+/// signature bits of event numbers n and n + 2048 coincide.
+class CutSet : public IPrime, public ISafetyRequirementTarget {
+ public:
+  static constexpr int SignatureWords = 64;
+  /// A figure that has not been computed yet.
+  static constexpr double NotComputed = -1.0;
+
+  CutSet();
+  ~CutSet() override;
+  CutSet(const CutSet&) = delete;
+  CutSet& operator=(const CutSet&) = delete;
+
+  std::string GetPrimeType() const override { return "CUTSET"; }
+  virtual bool IsConsensus() const { return false; }
+
+  /// Multiplies `prime` by the event's in any case, and enters the event unless it is there.
+  void AddEvent(BasicEvent& event);
+  /// Adds the members of `other` that this set lacks. False when mutual exclusion is on and a new
+  /// member shares its component with one that was there; the members are added all the same.
+  bool Merge(const CutSet& other);
+  /// A plain cut set of the same members, whose prime is multiplied anew in ascending order.
+  std::unique_ptr<CutSet> Clone() const;
+
+  /// `Within` when this set lies inside `other` or equals it, `Around` when `other` lies inside.
+  Inclusion CompareSignature(const CutSet& other) const;
+  /// The number of members less those that are normal events, or modules made of nothing else.
+  int GetEffectiveOrder() const;
+  /// The order as the option `countNormalEvents=` defines it: size or effective order.
+  int GetOrder() const;
+  int GetSize() const { return static_cast<int>(events.size()); }
+  /// True when a member has the node id of the event.
+  bool HasEvent(const BasicEvent& event) const;
+
+  /// The product of the members' unavailabilities, 1.0 for none; kept in `unavailability`.
+  double ComputeUnavailability();
+  /// How often the set completes: for each member its frequency times the unavailability of the
+  /// others, summed; 0.0 for no member. Kept in `frequency`.
+  double ComputeFrequency();
+  /// The cached figure, computed when it has not been yet.
+  double GetUnavailability();
+  double GetFrequency();
+
+  /// "<size>{<names joined by ", ">}", for warnings.
+  std::string ToText() const;
+
+  std::vector<BasicEvent*> events;  ///< Ascending by prime; not owned.
+  std::uint32_t signatureSummary = 0;
+  std::array<std::uint32_t, SignatureWords> signature{};
+  bool hasModule = false;  ///< A member is a `ModuleEvent`.
+  double unavailability = NotComputed;
+  double frequency = NotComputed;
+};
+
+/// 1 when `a` divides `b` (equality included), 2 when `b` divides `a`, 0 otherwise.
+int ComparePrimes(const IPrime& a, const IPrime& b);
+
+}  // namespace FTS
