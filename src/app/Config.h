@@ -106,7 +106,7 @@ class Config {
   bool skipAnalysis = false;
 
   // For the external decomposition tools.
-  std::string asilCostHeuristic = "0 10 20 30 40";
+  std::string asilCostHeuristic;  // Five costs, "0 10 20 30 40" at first.
   std::int32_t tabuRepetitionLimit = 1000;
   double tabuUpdatePdesFrequency = 3.0;
   double tabuUpdatePascFrequency = 4.0;
