@@ -1,0 +1,41 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace FTS {
+
+/// A program to run and its arguments. No shell takes part, so no character in them is special.
+struct CommandLine {
+  std::string program;  ///< A path, or a name that is looked up as the system looks up commands.
+  std::vector<std::string> arguments;
+  bool discardOutput = false;  ///< Both output streams, and an empty input.
+};
+
+/// What runs external programs. Tests put a recording one in its place.
+class CommandRunner {
+ public:
+  virtual ~CommandRunner() = default;
+
+  /// Runs the program, waits for its end and returns its exit status; nothing if it could not be
+  /// started or was ended by a signal.
+  virtual std::optional<int> Run(const CommandLine& line) = 0;
+};
+
+/// The process-wide way to run external programs.
+class Command {
+ public:
+  Command() = delete;
+
+  /// Runs the program, waits for its end and returns its exit status; nothing if it could not be
+  /// started or was ended by a signal. What was printed before appears before its output.
+  static std::optional<int> Run(const CommandLine& line);
+
+  /// Has programs run by `runner` from now on and returns the one that served before; null stands
+  /// for the system on both sides.
+  static std::unique_ptr<CommandRunner> Replace(std::unique_ptr<CommandRunner> runner);
+};
+
+}  // namespace FTS

@@ -1,0 +1,197 @@
+// Looks over an XML text once, from left to right, without building anything. It reads the text as
+// the parser behind XmlDocument does, down to its habits: whatever is neither a comment, CDATA, a
+// declaration nor an element ends at the next '>', bytes above ASCII are letters, and text outside
+// of the elements ends the document. Where the parser gives up, the look ends too.
+#include "platform/XmlScan.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cstddef>
+
+namespace FTS {
+
+namespace {
+
+constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
+constexpr std::string_view DeclarationAttributes[] = {"version", "encoding", "standalone"};
+
+bool IsBlank(char letter) { return std::isspace(static_cast<unsigned char>(letter)) != 0; }
+
+bool StartsName(char letter) {
+  const auto byte = static_cast<unsigned char>(letter);
+  return byte >= 127 || std::isalpha(byte) != 0 || byte == '_';
+}
+
+bool ContinuesName(char letter) {
+  const auto byte = static_cast<unsigned char>(letter);
+  return StartsName(letter) || std::isdigit(byte) != 0 || byte == '-' || byte == '.' || byte == ':';
+}
+
+char ToLower(char letter) {
+  return static_cast<char>(std::tolower(static_cast<unsigned char>(letter)));
+}
+
+bool StartsWithIgnoringCase(std::string_view text, std::string_view lowerCase) {
+  if (text.size() < lowerCase.size()) return false;
+  return std::equal(lowerCase.begin(), lowerCase.end(), text.begin(),
+                    [](char wanted, char found) { return wanted == ToLower(found); });
+}
+
+class Scanner {
+ public:
+  Scanner(std::string_view initText, int initDeepestNesting)
+      : text(initText), deepestNesting(initDeepestNesting) {}
+
+  XmlScan Run() {
+    const std::size_t nul = text.find('\0');
+    if (nul != std::string_view::npos) {
+      Refuse("Error parsing: a NUL byte stands in line ", nul);
+      return result;
+    }
+    if (text.starts_with(ByteOrderMark)) position = ByteOrderMark.size();
+    while (GoToMarkup() && ReadMarkup()) {
+    }
+    return result;
+  }
+
+ private:
+  bool AtEnd() const { return position >= text.size(); }
+  bool IsAt(char letter) const { return !AtEnd() && text[position] == letter; }
+  std::string_view Rest() const { return text.substr(position); }
+
+  int RowOf(std::size_t place) {
+    row += static_cast<int>(std::count(text.begin() + rowPlace, text.begin() + place, '\n'));
+    rowPlace = place;
+    return row;
+  }
+
+  void Refuse(const std::string& reason, std::size_t place) {
+    const std::size_t lineEnd = text.substr(0, place).rfind('\n');
+    const std::size_t lineStart = lineEnd == std::string_view::npos ? 0 : lineEnd + 1;
+    result.errorRow = RowOf(place) + 1;
+    result.errorColumn = static_cast<int>(place - lineStart) + 1;
+    result.errorText = reason + std::to_string(result.errorRow) + ".";
+  }
+
+  void SkipBlanks() {
+    while (!AtEnd() && IsBlank(text[position])) ++position;
+  }
+
+  /// To the next '<', if one is to be read.
+  bool GoToMarkup() {
+    if (depth > 0) {
+      position = std::min(text.find('<', position), text.size());
+    } else {
+      SkipBlanks();
+    }
+    return IsAt('<');
+  }
+
+  /// Behind the next `end`; false if there is none.
+  bool SkipPast(std::string_view end, std::size_t searchFrom) {
+    const std::size_t found = text.find(end, searchFrom);
+    if (found == std::string_view::npos) return false;
+    position = found + end.size();
+    return true;
+  }
+
+  /// Reads what the '<' at the position starts. False where the parser would stop.
+  bool ReadMarkup() {
+    const std::string_view rest = Rest();
+    if (StartsWithIgnoringCase(rest, "<?xml")) return SkipDeclaration();
+    if (rest.starts_with("<!--")) return SkipPast("-->", position + 4);
+    if (StartsWithIgnoringCase(rest, "<![cdata[")) return SkipPast("]]>", position + 9);
+    if (rest.starts_with("</") && depth > 0) {
+      --depth;
+      return SkipPast(">", position);
+    }
+    if (rest.size() > 1 && StartsName(rest[1])) return ReadStartTag();
+    return SkipPast(">", position);
+  }
+
+  bool ReadStartTag() {
+    result.elementRows.push_back(RowOf(position));
+    if (depth == deepestNesting) {
+      Refuse("Error parsing: elements are nested deeper than " + std::to_string(deepestNesting) +
+                 " levels in line ",
+             position);
+      return false;
+    }
+    ++position;
+    SkipName();
+    for (SkipBlanks(); !AtEnd(); SkipBlanks()) {
+      if (IsAt('>')) {
+        ++position;
+        ++depth;
+        return true;
+      }
+      if (IsAt('/')) {
+        position += 2;
+        return position <= text.size() && text[position - 1] == '>';
+      }
+      if (!SkipAttribute()) return false;
+    }
+    return false;
+  }
+
+  void SkipName() {
+    while (!AtEnd() && ContinuesName(text[position])) ++position;
+  }
+
+  bool SkipAttribute() {
+    if (!StartsName(text[position])) return false;
+    SkipName();
+    SkipBlanks();
+    if (!IsAt('=')) return false;
+    ++position;
+    SkipBlanks();
+    if (AtEnd()) return false;
+    if (IsAt('"')) return SkipPast("\"", position + 1);
+    if (IsAt('\'')) return SkipPast("'", position + 1);
+    while (!AtEnd() && !IsBlank(text[position]) && !IsAt('/') && !IsAt('>')) {
+      if (IsAt('"') || IsAt('\'')) return false;
+      ++position;
+    }
+    return true;
+  }
+
+  /// Only the attributes that the parser knows here may hold a '>' in quotes.
+  bool SkipDeclaration() {
+    position += std::string_view("<?xml").size();
+    while (!AtEnd()) {
+      if (IsAt('>')) {
+        ++position;
+        return true;
+      }
+      SkipBlanks();
+      if (AtDeclarationAttribute()) {
+        if (!SkipAttribute()) return false;
+      } else {
+        while (!AtEnd() && !IsAt('>') && !IsBlank(text[position])) ++position;
+      }
+    }
+    return false;
+  }
+
+  bool AtDeclarationAttribute() const {
+    const std::string_view rest = Rest();
+    return std::any_of(std::begin(DeclarationAttributes), std::end(DeclarationAttributes),
+                       [&](std::string_view name) { return StartsWithIgnoringCase(rest, name); });
+  }
+
+  const std::string_view text;
+  const int deepestNesting;
+  std::size_t position = 0;
+  int depth = 0;
+  int row = 0;  // Of `rowPlace`, from where the next line ends are counted.
+  std::size_t rowPlace = 0;
+  XmlScan result;
+};
+
+}  // namespace
+
+XmlScan ScanXml(std::string_view text, int deepestNesting) {
+  return Scanner(text, deepestNesting).Run();
+}
+
+}  // namespace FTS

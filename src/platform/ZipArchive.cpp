@@ -1,0 +1,74 @@
+#include "platform/ZipArchive.h"
+
+#include <minizip/unzip.h>
+
+#include <algorithm>
+#include <memory>
+#include <string_view>
+
+#include "platform/FileSystem.h"
+
+namespace FTS {
+
+namespace {
+
+struct ArchiveCloser {
+  void operator()(void* archive) const { unzClose(archive); }
+};
+using Archive = std::unique_ptr<void, ArchiveCloser>;
+
+constexpr int IgnoreCase = 2;  // The library's code for its name comparison.
+
+bool StartsWithDrive(std::string_view name) { return name.size() > 1 && name[1] == ':'; }
+
+/// Whether an entry of this name would be unpacked outside of the folder it is unpacked to.
+bool LeadsOutside(std::string_view name) {
+  const std::string native = WithNativeSeparators(name);
+  if (native.starts_with(PathSeparator) || StartsWithDrive(native)) return true;
+  std::size_t start = 0;
+  while (start <= native.size()) {
+    const std::size_t end = std::min(native.find(PathSeparator, start), native.size());
+    if (native.substr(start, end - start) == "..") return true;
+    start = end + 1;
+  }
+  return false;
+}
+
+/// Unpacks the open entry. The declared size is a claim of the archive, so memory grows only with
+/// what is really there; the library stops at the declared size.
+ZipEntry Unpack(const Archive& archive, unsigned long long declaredSize) {
+  constexpr unsigned ChunkSize = 1U << 20;
+  ZipEntry entry;
+  int count = 0;
+  do {
+    const std::size_t filled = entry.data.size();
+    entry.data.resize(filled + ChunkSize);
+    count = unzReadCurrentFile(archive.get(), entry.data.data() + filled, ChunkSize);
+    entry.data.resize(filled + static_cast<std::size_t>(std::max(count, 0)));
+  } while (count > 0);
+  // Closing compares the check sum, but only of an entry that was read to its declared end.
+  const bool sound = unzCloseCurrentFile(archive.get()) == UNZ_OK && count == 0 &&
+                     entry.data.size() == declaredSize;
+  return sound ? entry : ZipEntry{ZipEntryDamaged, ""};
+}
+
+}  // namespace
+
+ZipEntry ReadZipEntry(const std::string& archivePath, const std::string& entryName) {
+  const Archive archive(unzOpen64(WithNativeSeparators(archivePath).c_str()));
+  if (!archive) return {ZipNoArchive, ""};
+  if (unzLocateFile(archive.get(), entryName.c_str(), IgnoreCase) != UNZ_OK) {
+    return {ZipEntryNotFound, ""};
+  }
+  unz_file_info64 info{};
+  if (unzGetCurrentFileInfo64(archive.get(), &info, nullptr, 0, nullptr, 0, nullptr, 0) != UNZ_OK) {
+    return {ZipEntryDamaged, ""};
+  }
+  if (info.uncompressed_size > LargestZipEntry || LeadsOutside(entryName)) {
+    return {ZipEntryRefused, ""};
+  }
+  if (unzOpenCurrentFile(archive.get()) != UNZ_OK) return {ZipEntryDamaged, ""};
+  return Unpack(archive, info.uncompressed_size);
+}
+
+}  // namespace FTS
