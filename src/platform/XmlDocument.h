@@ -30,8 +30,8 @@ class XmlElement {
   XmlElement NextSibling() const;
 
   /// The text that the element begins with: blanks at both ends cut, runs of blanks folded into
-  /// one, the usual entities replaced. Parts in CDATA stand as they are. Empty if the element
-  /// begins with a child element or a comment.
+  /// one, the usual entities replaced; an ampersand that starts none of them is dropped. Parts in
+  /// CDATA stand as they are. Empty if the element begins with a child element or a comment.
   std::string_view Text() const;
 
   /// The line its tag begins in, counted from 0.

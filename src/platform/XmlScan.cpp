@@ -12,10 +12,21 @@ namespace FTS {
 
 namespace {
 
-constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
+/// Byte order marks and what is no character at all; the parser takes them for blanks.
+constexpr std::string_view BlankSequences[] = {"\xEF\xBB\xBF", "\xEF\xBF\xBE", "\xEF\xBF\xBF"};
 constexpr std::string_view DeclarationAttributes[] = {"version", "encoding", "standalone"};
 
 bool IsBlank(char letter) { return std::isspace(static_cast<unsigned char>(letter)) != 0; }
+
+/// How many bytes the blank at the start of the text has; 0 if there is none.
+std::size_t BlankLength(std::string_view text) {
+  if (text.empty()) return 0;
+  if (IsBlank(text.front())) return 1;
+  const bool isSequence =
+      std::any_of(std::begin(BlankSequences), std::end(BlankSequences),
+                  [&](std::string_view sequence) { return text.starts_with(sequence); });
+  return isSequence ? 3 : 0;
+}
 
 bool StartsName(char letter) {
   const auto byte = static_cast<unsigned char>(letter);
@@ -45,10 +56,9 @@ class Scanner {
   XmlScan Run() {
     const std::size_t nul = text.find('\0');
     if (nul != std::string_view::npos) {
-      Refuse("Error parsing: a NUL byte stands in line ", nul);
+      Refuse("Error null (0) or unexpected EOF found in input stream.", nul);
       return result;
     }
-    if (text.starts_with(ByteOrderMark)) position = ByteOrderMark.size();
     while (GoToMarkup() && ReadMarkup()) {
     }
     return result;
@@ -57,7 +67,6 @@ class Scanner {
  private:
   bool AtEnd() const { return position >= text.size(); }
   bool IsAt(char letter) const { return !AtEnd() && text[position] == letter; }
-  std::string_view Rest() const { return text.substr(position); }
 
   int RowOf(std::size_t place) {
     row += static_cast<int>(std::count(text.begin() + rowPlace, text.begin() + place, '\n'));
@@ -65,16 +74,18 @@ class Scanner {
     return row;
   }
 
-  void Refuse(const std::string& reason, std::size_t place) {
+  /// Always false, for callers that stop at once.
+  bool Refuse(const std::string& reason, std::size_t place) {
     const std::size_t lineEnd = text.substr(0, place).rfind('\n');
     const std::size_t lineStart = lineEnd == std::string_view::npos ? 0 : lineEnd + 1;
+    result.errorText = reason;
     result.errorRow = RowOf(place) + 1;
     result.errorColumn = static_cast<int>(place - lineStart) + 1;
-    result.errorText = reason + std::to_string(result.errorRow) + ".";
+    return false;
   }
 
   void SkipBlanks() {
-    while (!AtEnd() && IsBlank(text[position])) ++position;
+    while (std::size_t length = BlankLength(text.substr(position))) position += length;
   }
 
   /// To the next '<', if one is to be read.
@@ -95,27 +106,34 @@ class Scanner {
     return true;
   }
 
-  /// Reads what the '<' at the position starts. False where the parser would stop.
+  /// Reads what the '<' at the position starts. False where the parser would stop, and for what has
+  /// no end: there the parser would stop too, but without a word about it.
   bool ReadMarkup() {
-    const std::string_view rest = Rest();
-    if (StartsWithIgnoringCase(rest, "<?xml")) return SkipDeclaration();
-    if (rest.starts_with("<!--")) return SkipPast("-->", position + 4);
-    if (StartsWithIgnoringCase(rest, "<![cdata[")) return SkipPast("]]>", position + 9);
+    const std::size_t start = position;
+    const std::string_view rest = text.substr(start);
+    if (StartsWithIgnoringCase(rest, "<?xml")) {
+      return SkipDeclaration() || Refuse("Error parsing Declaration.", start);
+    }
+    if (rest.starts_with("<!--")) {
+      return SkipPast("-->", start + 4) || Refuse("Error parsing Comment.", start);
+    }
+    if (rest.starts_with("<![CDATA[")) {
+      return SkipPast("]]>", start + 9) || Refuse("Error parsing CDATA.", start);
+    }
     if (rest.starts_with("</") && depth > 0) {
       --depth;
-      return SkipPast(">", position);
+      return SkipPast(">", start);
     }
     if (rest.size() > 1 && StartsName(rest[1])) return ReadStartTag();
-    return SkipPast(">", position);
+    return SkipPast(">", start) || Refuse("Error parsing Unknown.", start);
   }
 
   bool ReadStartTag() {
     result.elementRows.push_back(RowOf(position));
     if (depth == deepestNesting) {
-      Refuse("Error parsing: elements are nested deeper than " + std::to_string(deepestNesting) +
-                 " levels in line ",
-             position);
-      return false;
+      return Refuse("Error: elements are nested deeper than " + std::to_string(deepestNesting) +
+                        " levels in line " + std::to_string(result.elementRows.back() + 1) + ".",
+                    position);
     }
     ++position;
     SkipName();
@@ -174,7 +192,7 @@ class Scanner {
   }
 
   bool AtDeclarationAttribute() const {
-    const std::string_view rest = Rest();
+    const std::string_view rest = text.substr(position);
     return std::any_of(std::begin(DeclarationAttributes), std::end(DeclarationAttributes),
                        [&](std::string_view name) { return StartsWithIgnoringCase(rest, name); });
   }

@@ -1,0 +1,60 @@
+#include <string>
+
+#include "platform/Command.h"
+#include "support/ProcessStateTest.h"
+#include "support/RecordedCommands.h"
+#include "support/TemporaryFolder.h"
+
+namespace FTS {
+namespace {
+
+class CommandTest : public ProcessStateTest {
+ protected:
+  TemporaryFolder folder;
+};
+
+TEST_F(CommandTest, ReturnsTheExitStatus) {
+  EXPECT_EQ(Command::Run({"true", {}}), 0);
+  EXPECT_EQ(Command::Run({"sh", {"-c", "exit 3"}}), 3);
+}
+
+TEST_F(CommandTest, ProgramThatIsMissingGivesNoStatus) {
+  EXPECT_EQ(Command::Run({folder.Path("missing"), {}}), std::nullopt);
+}
+
+TEST_F(CommandTest, ProgramEndedByASignalGivesNoStatus) {
+  EXPECT_EQ(Command::Run({"sh", {"-c", "kill -9 $$"}}), std::nullopt);
+}
+
+TEST_F(CommandTest, WaitsForTheEnd) {
+  const std::string file = folder.Path("written");
+  const std::string script =
+      "i=0; while [ $i -lt 20000 ]; do i=$((i + 1)); done; echo done > \"$0\"";
+  Command::Run({"sh", {"-c", script, file}});
+  EXPECT_EQ(folder.Read("written"), "done\n");
+}
+
+TEST_F(CommandTest, NoCharacterOfAnArgumentIsSpecial) {
+  const std::string argument = "a b; $(echo c) 'd' \"e\" * \\";
+  Command::Run({"sh", {"-c", "printf %s \"$2\" > \"$1\"", "sh", folder.Path("out"), argument}});
+  EXPECT_EQ(folder.Read("out"), argument);
+}
+
+TEST_F(CommandTest, OutputIsShownUnlessDiscarded) {
+  ::testing::internal::CaptureStdout();
+  Command::Run({"echo", {"shown"}});
+  Command::Run({"echo", {"hidden"}, true});
+  EXPECT_EQ(::testing::internal::GetCapturedStdout(), "shown\n");
+}
+
+TEST_F(CommandTest, RecordingRunsNothing) {
+  RecordedCommands commands;
+  commands.SetStatus(5);
+  EXPECT_EQ(Command::Run({"touch", {folder.Path("touched")}}), 5);
+  ASSERT_EQ(commands.Lines().size(), 1u);
+  EXPECT_EQ(commands.Lines()[0].program, "touch");
+  EXPECT_FALSE(folder.Contains("touched"));
+}
+
+}  // namespace
+}  // namespace FTS

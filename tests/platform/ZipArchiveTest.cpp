@@ -1,0 +1,128 @@
+#include <string>
+
+#include "platform/ZipArchive.h"
+#include "support/ProcessStateTest.h"
+#include "support/TemporaryFolder.h"
+#include "support/ZipWriter.h"
+
+namespace FTS {
+namespace {
+
+class ZipArchiveTest : public ProcessStateTest {
+ protected:
+  std::string Archive(const std::vector<ZipItem>& items) const {
+    WriteZip(folder.Path("a.vtnx"), items);
+    return folder.Path("a.vtnx");
+  }
+
+  /// The position of an archive's structure with that signature.
+  static std::size_t Find(const std::string& bytes, const char* signature) {
+    const std::size_t position = bytes.find(signature);
+    EXPECT_NE(position, std::string::npos);
+    return position;
+  }
+
+  TemporaryFolder folder;
+};
+
+/// Where the structures of an archive begin, and where in them things stand.
+constexpr const char* LocalHeader = "PK\x03\x04";
+constexpr const char* DirectoryEntry = "PK\x01\x02";
+constexpr std::size_t DeclaredSizeOffset = 24;
+constexpr std::size_t LocalHeaderSize = 30;
+
+TEST_F(ZipArchiveTest, EntryIsUnpacked) {
+  const ZipEntry entry = ReadZipEntry(Archive({{"a.xml", "<Model/>"}}), "a.xml");
+  EXPECT_EQ(entry.status, ZipOk);
+  EXPECT_EQ(entry.data, "<Model/>");
+}
+
+TEST_F(ZipArchiveTest, EntryIsFoundAmongOthers) {
+  const std::string archive = Archive({{"x.xml", "x"}, {"d/a.xml", "d"}, {"a.xml", "a"}});
+  EXPECT_EQ(ReadZipEntry(archive, "a.xml").data, "a");
+}
+
+TEST_F(ZipArchiveTest, CaseOfTheNameDoesNotMatter) {
+  EXPECT_EQ(ReadZipEntry(Archive({{"Brake.XML", "text"}}), "brake.xml").data, "text");
+}
+
+TEST_F(ZipArchiveTest, LargeEntryIsUnpackedWhole) {
+  std::string data;
+  for (int i = 0; data.size() < 5'000'000; ++i) data += std::to_string(i) + "\n";
+  EXPECT_EQ(ReadZipEntry(Archive({{"a.xml", data}}), "a.xml").data, data);
+}
+
+TEST_F(ZipArchiveTest, EmptyEntryIsFound) {
+  const ZipEntry entry = ReadZipEntry(Archive({{"a.xml", ""}}), "a.xml");
+  EXPECT_EQ(entry.status, ZipOk);
+  EXPECT_EQ(entry.data, "");
+}
+
+TEST_F(ZipArchiveTest, MissingEntryIsReported) {
+  const ZipEntry entry = ReadZipEntry(Archive({{"a.xml", "text"}}), "b.xml");
+  EXPECT_EQ(entry.status, 1280);
+  EXPECT_EQ(entry.data, "");
+}
+
+TEST_F(ZipArchiveTest, MissingArchiveIsReported) {
+  EXPECT_EQ(ReadZipEntry(folder.Path("missing.vtnx"), "a.xml").status, 0x10000);
+}
+
+TEST_F(ZipArchiveTest, FolderIsNoArchive) {
+  EXPECT_EQ(ReadZipEntry(folder.Path(), "a.xml").status, 0x10000);
+}
+
+TEST_F(ZipArchiveTest, OtherFileIsNoArchive) {
+  const std::string path = folder.Write("a.vtnx", "<Model>plain text under a wrong name</Model>");
+  EXPECT_EQ(ReadZipEntry(path, "a.xml").status, 0x10000);
+}
+
+TEST_F(ZipArchiveTest, EntryDeclaredLargerThanTheLimitIsRefused) {
+  const std::string archive = Archive({{"a.xml", "text"}});
+  std::string bytes = folder.Read("a.vtnx");
+  const std::size_t size = Find(bytes, DirectoryEntry) + DeclaredSizeOffset;
+  bytes.replace(size, 4, std::string("\x01\x00\x00\x40", 4));  // 1 GiB and a byte.
+  folder.Write("a.vtnx", bytes);
+  const ZipEntry entry = ReadZipEntry(archive, "a.xml");
+  EXPECT_EQ(entry.status, ZipEntryRefused);
+  EXPECT_EQ(entry.data, "");
+}
+
+TEST_F(ZipArchiveTest, EntryShorterThanDeclaredIsDamaged) {
+  const std::string archive = Archive({{"a.xml", "text"}});
+  std::string bytes = folder.Read("a.vtnx");
+  const std::size_t size = Find(bytes, DirectoryEntry) + DeclaredSizeOffset;
+  bytes.replace(size, 4, std::string("\x00\x00\x00\x30", 4));
+  folder.Write("a.vtnx", bytes);
+  const ZipEntry entry = ReadZipEntry(archive, "a.xml");
+  EXPECT_EQ(entry.status, ZipEntryDamaged);
+  EXPECT_EQ(entry.data, "");
+}
+
+TEST_F(ZipArchiveTest, ChangedContentIsDamaged) {
+  const std::string archive = Archive({{"a.xml", "some text that is worth a check sum"}});
+  std::string bytes = folder.Read("a.vtnx");
+  const std::size_t data = Find(bytes, LocalHeader) + LocalHeaderSize + std::string("a.xml").size();
+  bytes[data + 4] = static_cast<char>(bytes[data + 4] ^ 0x10);
+  folder.Write("a.vtnx", bytes);
+  EXPECT_EQ(ReadZipEntry(archive, "a.xml").status, ZipEntryDamaged);
+}
+
+TEST_F(ZipArchiveTest, ArchiveCutOffIsNone) {
+  const std::string archive = Archive({{"a.xml", "some text"}});
+  folder.Write("a.vtnx", folder.Read("a.vtnx").substr(0, 40));
+  EXPECT_EQ(ReadZipEntry(archive, "a.xml").status, 0x10000);
+}
+
+TEST_F(ZipArchiveTest, NameThatLeadsOutsideIsRefused) {
+  for (const char* name : {"../a.xml", "d/../../a.xml", "/a.xml", "..\\a.xml", "C:a.xml"}) {
+    EXPECT_EQ(ReadZipEntry(Archive({{name, "text"}}), name).status, ZipEntryRefused) << name;
+  }
+}
+
+TEST_F(ZipArchiveTest, PointsWithinANameAreFine) {
+  EXPECT_EQ(ReadZipEntry(Archive({{"a..b.xml", "text"}}), "a..b.xml").status, ZipOk);
+}
+
+}  // namespace
+}  // namespace FTS
