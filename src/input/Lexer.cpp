@@ -65,7 +65,7 @@ void Lexer::Open(const std::string& name) {
   file.close();
   file.clear();
   fileName = name;
-  if (FileReadable(name)) file.open(name, std::ios::binary);
+  if (FileReadable(name)) file.open(WithNativeSeparators(name), std::ios::binary);
   if (!file.is_open()) {
     throw VtnException("The parser could not find the specified model file: " + name);
   }

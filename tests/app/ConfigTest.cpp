@@ -5,8 +5,8 @@
 #include "app/Config.h"
 #include "app/DiagnosticLog.h"
 #include "model/VtnException.h"
-#include "platform/Clock.h"
 #include "support/CaseName.h"
+#include "support/FixedClock.h"
 #include "support/ProcessStateTest.h"
 
 namespace FTS {
@@ -16,12 +16,6 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
 class ConfigTest : public ProcessStateTest {};
-
-class FixedClock : public ClockSource {
- public:
-  long long Milliseconds() override { return 0; }
-  long long CalendarSeconds() override { return 1666000000; }
-};
 
 TEST_F(ConfigTest, AnalysisDefaultsAreThoseOfARunWithoutOptions) {
   const Config& config = Config::Instance();
@@ -89,9 +83,9 @@ TEST_F(ConfigTest, OptimiserDefaultsAreThoseOfTheRecord) {
 }
 
 TEST_F(ConfigTest, RandomSeedStartsAtTheCalendarTime) {
-  auto previous = Clock::Replace(std::make_unique<FixedClock>());
-  EXPECT_EQ(Config::Instance().randomSeed, 1666000000);
-  Clock::Replace(std::move(previous));
+  FixedClock clock;
+  clock.SetCalendarSeconds(1666000000);
+  EXPECT_EQ(Config().randomSeed, 1666000000);
 }
 
 TEST_F(ConfigTest, InstanceIsTheSameUntilItIsReleased) {
