@@ -145,6 +145,8 @@ class Model : public IVisitable {
       components;  ///< By full name, of all perspectives.
   std::vector<std::shared_ptr<Component>> configurableComponents;  ///< In reader order.
   std::deque<std::shared_ptr<State>> stateStack;  ///< Its back names the state being resolved.
+  /// By class and port: the event that stands for a deviation nothing connects, one in a synthesis.
+  std::map<std::string, std::shared_ptr<BasicEvent>> unconnectedEvents;
   std::map<std::string, int> failureClassAssignments;
   std::string description;
   std::vector<std::string> failureClasses;  ///< Unique, in the order of first mention.
