@@ -1,0 +1,9 @@
+#!/bin/sh
+# Builds the debug preset and runs all tests.
+set -eu
+cd "$(dirname "$0")/.."
+
+scripts/setup.sh
+cmake --preset debug
+cmake --build --preset debug
+ctest --preset debug -j "$(nproc)"
