@@ -21,7 +21,7 @@ printf '%s\n' "$console" | awk '
   /^Cut Set Summary for: / {
     trees++
     printf "\n%s\n", substr($0, length("Cut Set Summary for: ") + 1)
-    printf "  unavailability  %s\n  frequency       %s per hour\n", unavailability, frequency
+    printf "  unavailability  %s\n  frequency       %s\n", unavailability, frequency
     printf "  minimal cut sets\n"
     summary = 1
     next
