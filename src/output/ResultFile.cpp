@@ -1,0 +1,55 @@
+#include "output/ResultFile.h"
+
+#include <array>
+#include <cassert>
+#include <charconv>
+
+#include "model/NumberText.h"
+
+namespace FTS {
+
+namespace {
+
+constexpr std::size_t PieceSize = std::size_t{1} << 18;
+
+}  // namespace
+
+ResultFile::ResultFile() = default;
+
+ResultFile::~ResultFile() { Close(); }
+
+bool ResultFile::Open(const std::string& path) {
+  Close();
+  stream.clear();  // A file that failed must not take the next one with it.
+  stream.open(path);
+  return stream.is_open();
+}
+
+void ResultFile::Close() {
+  if (!stream.is_open()) return;
+  Flush();
+  stream.close();
+}
+
+ResultFile& ResultFile::operator<<(std::string_view text) {
+  if (!stream.is_open()) return *this;
+  pending += text;
+  if (pending.size() >= PieceSize) Flush();
+  return *this;
+}
+
+ResultFile& ResultFile::operator<<(int number) {
+  std::array<char, 16> buffer{};
+  const auto [end, error] = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number);
+  assert(error == std::errc());
+  return *this << std::string_view(buffer.data(), static_cast<std::size_t>(end - buffer.data()));
+}
+
+ResultFile& ResultFile::operator<<(double number) { return *this << FormatDouble(number); }
+
+void ResultFile::Flush() {
+  stream.write(pending.data(), static_cast<std::streamsize>(pending.size()));
+  pending.clear();
+}
+
+}  // namespace FTS
