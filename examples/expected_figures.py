@@ -446,7 +446,10 @@ class Growth:
             return None
         line, expression = found
         key = (id(system), component.full_name, port, failure_class)
-        name = "%s-%s.%s" % (failure_class, component.full_name, port)
+        named = (component, port, failure_class)
+        if expression[0] == "PORT":  # A lone reference keeps its own name.
+            named = (*line.end(expression[2]), expression[1] or failure_class)
+        name = "%s-%s.%s" % (named[2], named[0].full_name, named[1])
         return self.shared(key, "OR", name, lambda node: node.add(self.gate(
             expression, lambda leaf: self.reference(leaf, line, component, port, failure_class))))
 
