@@ -4,6 +4,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "analysis/IPrime.h"
 #include "faulttree/FaultTreeNode.h"
@@ -26,16 +27,14 @@ class BasicEvent : public FaultTreeNode, public IPrime, public ISafetyRequiremen
   void Accept(Visitor& visitor) override;
   std::string GetTypeName() const override { return "BasicEvent"; }
   std::string GetPrimeType() const override { return "BASIC EVENT"; }
-  std::string GetDisplayName() const override;
 
   Pointer Clone(Model* target, CloneMode mode, bool copyStates,
                 const std::shared_ptr<Component>& context) override;
   void RegisterSelf(Model& target) override;
   void FindContradictions(OnceMarks& marks) override;
-  void ApplyDiagnosticCoverage(Hazard& hazard,
-                               const std::shared_ptr<InputDeviationProxy>& mechanism) override;
-  Pointer Dualise(bool negate) override;
-  void AssignOrderWeight(float weight) override;
+  void TakeCoverage(CoverageWalk& walk,
+                    const std::shared_ptr<InputDeviationProxy>& mechanism) override;
+  Pointer DualiseWithin(NegationWalk& walk, bool negate) override;
   int GenerateCutSets() override;
   void AddToFMEA(FMEA& fmea, const std::shared_ptr<FaultTree>& tree) override;
 
@@ -75,8 +74,16 @@ class BasicEvent : public FaultTreeNode, public IPrime, public ISafetyRequiremen
   std::uint32_t eventNumber;  ///< Source of the cut set signature; not the id.
 
  protected:
-  /// A new event of the exact class of this one, for `Clone`, which fills in what all events share.
+  BasicEvent(std::string initName, Model* initModel, bool takePrime, NodeType initType,
+             ExactId initId);
+
+  /// A new event of the exact class of this one, without a prime, for `Clone`, which fills in what
+  /// all events share.
   virtual std::shared_ptr<BasicEvent> MakeSame(Model* target, int newId);
+
+ private:
+  void ComputeRepairable(double lambda, double mu);
+  static std::uint32_t TakeEventNumber();  // faulttree/NodeRegistry.cpp
 };
 
 /// An event that is part of normal operation and no failure; the order of a cut set may leave it
@@ -106,6 +113,9 @@ class ComplementEvent : public BasicEvent {
                 const std::shared_ptr<Component>& context) override;
 
   BasicEvent* source;  ///< The event; it owns this complement.
+
+ protected:
+  void AppendCloned(std::vector<FaultTreeNode*>& nodes) const override;
 };
 
 }  // namespace FTS

@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "faulttree/BasicEvent.h"
 #include "faulttree/ProxyNode.h"
@@ -26,6 +27,7 @@ class PCCFNode : public BasicEvent {
 
  protected:
   std::shared_ptr<BasicEvent> MakeSame(Model* target, int newId) override;
+  void AppendCloned(std::vector<FaultTreeNode*>& nodes) const override;
 };
 
 /// A potential common cause failure in an implementation's failure data: a reference to a common
@@ -33,11 +35,16 @@ class PCCFNode : public BasicEvent {
 class PCCFProxy : public ProxyNode {
  public:
   PCCFProxy(std::string initName, Model* initModel, int initId = NewId);
+  /// With an event that exists already, for clones.
+  PCCFProxy(std::string initName, Model* initModel, std::shared_ptr<PCCFNode> initNode, int initId);
 
   void Accept(Visitor& visitor) override;
   std::string GetTypeName() const override { return "PCCFProxy"; }
+  Pointer Clone(Model* target, CloneMode mode, bool copyStates,
+                const std::shared_ptr<Component>& context) override;
   /// Binds the actual common cause, which becomes the child.
   void Activate(const std::shared_ptr<CCF>& ccf);
+  /// `node`, which belongs to the same component as this proxy.
   std::shared_ptr<BasicEvent> GetEventNode() override;
 
   std::weak_ptr<Component> owner;  ///< The component whose implementation holds it.
@@ -47,6 +54,7 @@ class PCCFProxy : public ProxyNode {
  protected:
   std::shared_ptr<ProxyNode> MakeSame(Model* target, CloneMode mode,
                                       const std::shared_ptr<Component>& context) override;
+  void AppendCloned(std::vector<FaultTreeNode*>& nodes) const override;
 };
 
 }  // namespace FTS

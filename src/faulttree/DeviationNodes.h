@@ -7,9 +7,12 @@
 
 namespace FTS {
 
+/// Ends the name of an event for a deviation that nothing connects.
+inline constexpr const char* UnconnectedSuffix = " (UNCONNECTED)";
+
 // The events that stand in a tree for a deviation that nothing connects, when hanging nodes are
-// kept. Their names end in " (UNCONNECTED)", so that a reader of the cut sets sees the system
-// boundary.
+// kept. Whoever makes one ends its name in `UnconnectedSuffix`, so that a reader of the cut sets
+// sees the system boundary, and gives it its prime when it enters a tree.
 
 class InputDeviationNode : public BasicEvent {
  public:

@@ -3,6 +3,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "faulttree/ProxyNode.h"
 
@@ -20,8 +21,8 @@ class InputDeviationProxy : public ProxyNode {
   std::string GetTypeName() const override { return "InputDeviationProxy"; }
   void RegisterSelf(Model& target) override;
   /// Hands itself on as the mechanism when its deviation has a coverage for the hazard.
-  void ApplyDiagnosticCoverage(Hazard& hazard,
-                               const std::shared_ptr<InputDeviationProxy>& mechanism) override;
+  void TakeCoverage(CoverageWalk& walk,
+                    const std::shared_ptr<InputDeviationProxy>& mechanism) override;
   /// The deviation's event, null without a deviation.
   std::shared_ptr<BasicEvent> GetEventNode() override;
 
@@ -58,6 +59,7 @@ class OutputDeviationProxy : public ProxyNode {
  protected:
   std::shared_ptr<ProxyNode> MakeSame(Model* target, CloneMode mode,
                                       const std::shared_ptr<Component>& context) override;
+  void AppendCloned(std::vector<FaultTreeNode*>& nodes) const override;
 };
 
 /// A deviation that the host of this component's allocation exports.
@@ -79,6 +81,7 @@ class ExportedDeviationProxy : public ProxyNode {
  protected:
   std::shared_ptr<ProxyNode> MakeSame(Model* target, CloneMode mode,
                                       const std::shared_ptr<Component>& context) override;
+  void AppendCloned(std::vector<FaultTreeNode*>& nodes) const override;
 };
 
 }  // namespace FTS

@@ -39,15 +39,13 @@ class FaultTreeGate : public FaultTreeNode {
   bool RemoveChild(const FaultTreeNode& node) override;
   void ClearChildren() override;
   bool IsGate() const override { return true; }
-  std::string GetDisplayName() const override;
 
   Pointer Clone(Model* target, CloneMode mode, bool copyStates,
                 const std::shared_ptr<Component>& context) override;
   void FindContradictions(OnceMarks& marks) override;
-  void ApplyDiagnosticCoverage(Hazard& hazard,
-                               const std::shared_ptr<InputDeviationProxy>& mechanism) override;
-  Pointer Dualise(bool negate) override;
-  void AssignOrderWeight(float weight) override;
+  void TakeCoverage(CoverageWalk& walk,
+                    const std::shared_ptr<InputDeviationProxy>& mechanism) override;
+  Pointer DualiseWithin(NegationWalk& walk, bool negate) override;
   int GenerateCutSets() override;
   bool AddCutSet(std::unique_ptr<CutSet> cutSet, bool skipCheck) override;
   void ResetOwnCutSets() override;
@@ -72,6 +70,7 @@ class FaultTreeGate : public FaultTreeNode {
  protected:
   void SelectState(const std::string& value) override;
   void CopyListToState(const std::string& value) override;
+  void AppendCloned(std::vector<FaultTreeNode*>& nodes) const override;
 
  private:
   ChildrenList* currentChildren;  // Points into `childLists`.

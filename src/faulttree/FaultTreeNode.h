@@ -60,9 +60,9 @@ class FaultTreeNode : public IPrintable,
   /// One line "<type text>: <name>(<id>) = <number of cut sets> # <state>", then the children in
   /// braces at `indent` + 2. A node that lies on the path already is written without its children.
   void Print(std::ostream& stream, int indent) const override;
-  /// The name, or "Gate" (for gates) or "Event" when it is empty, then " [", the id and "]" only in
-  /// the latter case.
-  virtual std::string GetDisplayName() const;
+  /// The name, or "Gate" (for gates) or "Event" when it is empty, then " [", the id and "]". The id
+  /// makes it unique in a file, as names are not.
+  std::string GetDisplayName() const;
   /// The class as result files name it, for instance "BasicEvent".
   virtual std::string GetTypeName() const = 0;
 
@@ -102,8 +102,8 @@ class FaultTreeNode : public IPrintable,
   /// Makes the children of the named state current in the whole graph; a state that a node does not
   /// know is made, without children.
   void SetCurrentState(const std::string& value);
-  /// Gives every node of the graph that has no children list of the named state a copy of its
-  /// current one, and makes that state current.
+  /// Gives every gate of the graph that has no children list of the named state a copy of its
+  /// current one, every proxy its current child in that state, and makes that state current.
   void CopyChildrenToState(const std::string& value);
 
   // Loops: faulttree/Circles.cpp, faulttree/CrazyLoops.cpp are passes over the whole graph.
@@ -116,7 +116,8 @@ class FaultTreeNode : public IPrintable,
   void ClearVisited();
   void ClearResolved();
   void ClearContradiction();
-  /// Enters every node below and including this one by id.
+  /// Enters every node below and including this one by id, parents first; a node whose id stands
+  /// there already is passed by, with all that is below it.
   void CollectNodes(std::map<int, FaultTreeNode*>& nodes);
   /// Enters every event below and including this one by prime.
   void CollectEvents(std::map<double, BasicEvent*>& events);
@@ -133,21 +134,29 @@ class FaultTreeNode : public IPrintable,
 
   // Diagnostic coverage: analysis/FailureModels.cpp
 
-  /// Tells the events below that `mechanism` (null at the root) covers them for the hazard.
-  virtual void ApplyDiagnosticCoverage(Hazard& hazard,
-                                       const std::shared_ptr<InputDeviationProxy>& mechanism) = 0;
+  /// Tells the events below that `mechanism` (null at the root) covers them for the hazard. Below a
+  /// proxy that covers the hazard the proxy is the mechanism.
+  void ApplyDiagnosticCoverage(const Hazard& hazard,
+                               const std::shared_ptr<InputDeviationProxy>& mechanism);
+  /// What the walk does at this one node; it enters each node once per mechanism.
+  virtual void TakeCoverage(CoverageWalk& walk,
+                            const std::shared_ptr<InputDeviationProxy>& mechanism) = 0;
 
   // Negation: analysis/Negation.cpp
 
   /// Rewrites the graph below without negations. The result is the node to put in this one's place,
-  /// null when the node stays as it is; with `negate` the result stands for its negation.
-  virtual Pointer Dualise(bool negate) = 0;
+  /// null when the node stays as it is; with `negate` the result stands for its negation. Needs an
+  /// acyclic graph.
+  Pointer Dualise(bool negate);
+  /// What the walk does at this one node; it enters each node once per polarity, and changes lists
+  /// only when it has seen all.
+  virtual Pointer DualiseWithin(NegationWalk& walk, bool negate) = 0;
 
   // Variable order: analysis/OrderWeights.cpp
 
   /// Hands weights down: child i of n gets weight * 0.5 + (n - i) * 0.001. Larger means nearer to
   /// the root. An event that several paths reach keeps the weight of the last.
-  virtual void AssignOrderWeight(float weight) = 0;
+  void AssignOrderWeight(float weight);
 
   // Cut sets: analysis/CutSetGeneration.cpp
 
@@ -196,9 +205,26 @@ class FaultTreeNode : public IPrintable,
   bool truncated = false;        ///< An order limit has taken cut sets from the list.
 
  protected:
+  /// An id that is taken as it stands, negative ones too.
+  struct ExactId {
+    int value;
+  };
+  FaultTreeNode(NodeType initType, std::string initName, Model* initModel, ExactId initId);
+
   // What the walks of States.cpp do at one node.
   virtual void SelectState(const std::string& value) { state = value; }
   virtual void CopyListToState(const std::string& value) { state = value; }
+
+  /// Appends the nodes that `Clone` of this one has cloned in their turn, for `ClearClones`.
+  virtual void AppendCloned(std::vector<FaultTreeNode*>& nodes) const;
+
+ private:
+  friend void ClearClones(FaultTreeNode& node);
+
+  // faulttree/NodeRegistry.cpp
+  static int TakeId();
+  void EnterRegistry();
+  void LeaveRegistry();
 };
 
 /// Drops the memoised clones that `Clone` has left in the graph below `node`, all states included.

@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "faulttree/ProxyNode.h"
 
@@ -27,6 +28,7 @@ class GotoNode : public ProxyNode {
  protected:
   std::shared_ptr<ProxyNode> MakeSame(Model* target, CloneMode mode,
                                       const std::shared_ptr<Component>& context) override;
+  void AppendCloned(std::vector<FaultTreeNode*>& nodes) const override;
 };
 
 /// A state of the state machine in the logic of a failed state: what hangs below is resolved in

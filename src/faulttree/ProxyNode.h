@@ -33,10 +33,9 @@ class ProxyNode : public FaultTreeNode {
   Pointer Clone(Model* target, CloneMode mode, bool copyStates,
                 const std::shared_ptr<Component>& context) override;
   void FindContradictions(OnceMarks& marks) override;
-  void ApplyDiagnosticCoverage(Hazard& hazard,
-                               const std::shared_ptr<InputDeviationProxy>& mechanism) override;
-  Pointer Dualise(bool negate) override;
-  void AssignOrderWeight(float weight) override;
+  void TakeCoverage(CoverageWalk& walk,
+                    const std::shared_ptr<InputDeviationProxy>& mechanism) override;
+  Pointer DualiseWithin(NegationWalk& walk, bool negate) override;
   /// An empty proxy throws `VtnException` "No component for: " and its name.
   int GenerateCutSets() override;
   void AddToFMEA(FMEA& fmea, const std::shared_ptr<FaultTree>& tree) override;
@@ -50,6 +49,9 @@ class ProxyNode : public FaultTreeNode {
  protected:
   void SelectState(const std::string& value) override;
   void CopyListToState(const std::string& value) override;
+  void AppendCloned(std::vector<FaultTreeNode*>& nodes) const override;
+  /// The owner of the port that the name leads to, behind its first "-"; null when there is none.
+  std::shared_ptr<Component> FindNamedOwner() const;
   /// A node of the exact class of this one with its own fields carried over, for `Clone`, which
   /// fills in everything that all proxies share.
   virtual std::shared_ptr<ProxyNode> MakeSame(Model* target, CloneMode mode,
@@ -68,7 +70,7 @@ class NotGate : public ProxyNode {
   std::string GetTypeName() const override { return "NotGate"; }
   void FindContradictions(OnceMarks& marks) override;
   /// Always gives a replacement when there is an operand: a negation leaves its parent's list.
-  Pointer Dualise(bool negate) override;
+  Pointer DualiseWithin(NegationWalk& walk, bool negate) override;
 
  protected:
   std::shared_ptr<ProxyNode> MakeSame(Model* target, CloneMode mode,
