@@ -6,6 +6,7 @@
 #include "app/Config.h"
 #include "app/DiagnosticLog.h"
 #include "app/ProgramPath.h"
+#include "faulttree/FaultTreeNode.h"
 
 namespace FTS {
 
@@ -15,7 +16,13 @@ namespace FTS {
 class ProcessStateTest : public ::testing::Test {
  protected:
   ProcessStateTest() { ResetProcessState(); }
-  ~ProcessStateTest() override { ResetProcessState(); }
+  /// All that a test has made must be gone: a loop that nobody cuts is a leak. The members of the
+  /// test's own fixture have died before.
+  ~ProcessStateTest() override {
+    const NodeCounters& counters = NodeCounters::Instance();
+    EXPECT_EQ(counters.nodesMade, counters.nodesDestroyed) << "Nodes have outlived the test.";
+    ResetProcessState();
+  }
 
   ProcessStateTest(const ProcessStateTest&) = delete;
   ProcessStateTest& operator=(const ProcessStateTest&) = delete;
@@ -26,7 +33,8 @@ class ProcessStateTest : public ::testing::Test {
     Config::Release();
     Prime::Release();
     SetProgramPath("");
-    // Counters of nodes and the random source are reset here too, in this one place.
+    NodeCounters::Reset();
+    // The random source is reset here too, in this one place.
   }
 };
 
