@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "faulttree/FaultTreeNode.h"
 #include "model/Forward.h"
 #include "model/HierarchicalName.h"
 #include "model/IPrintable.h"
@@ -35,6 +36,8 @@ class Component : public IPrintable,
   const std::string& GetLocalName() const { return fullName.Name(); }
   Model* GetModel() const { return model; }
   std::shared_ptr<Subsystem> GetOwnerSubsystem() const { return owner.lock(); }
+  /// The perspective at the root of the architecture around it; null outside one.
+  std::shared_ptr<Perspective> GetPerspective() const;
   /// The current implementation's inside, null for a leaf. Throws `VtnException` "No current
   /// implementation found for component: ..." when there is none.
   std::shared_ptr<Subsystem> GetSubsystem() const;
@@ -54,10 +57,13 @@ class Component : public IPrintable,
   void ClearPorts();
   void ReindexConfigurable();
 
-  /// A copy without lines' connections; see `ConnectClone`.
-  std::shared_ptr<Component> Clone(Model* target, const std::shared_ptr<Subsystem>& newOwner) const;
-  /// Lets a clone's ports take over what the ports of this component hold; matched by local name.
-  void ConnectClone(Component& target) const;
+  /// A copy for another subsystem, entered in `target`; see `Subsystem::Clone` for the mode.
+  std::shared_ptr<Component> Clone(Model* target, const std::shared_ptr<Subsystem>& newOwner,
+                                   CloneMode mode) const;
+  /// Brings a clone up to date: it takes over allocations, messages, the choice of implementation,
+  /// implementations that it lacks, and lines. Ports are matched by local name. What lines leave in
+  /// the ports is not copied: every synthesis builds it.
+  void ConnectClone(const std::shared_ptr<Component>& target) const;
 
   // Redundancy: model/Replication.cpp
 
@@ -90,6 +96,11 @@ class Component : public IPrintable,
   Model* model;
 
  private:
+  void CopyFieldsTo(Component& target) const;
+  void CopyPortsTo(const std::shared_ptr<Component>& target) const;
+  /// Ports are matched by local name.
+  void CopyMessagesTo(Component& target) const;
+
   std::string fullNameText;
 };
 

@@ -39,6 +39,7 @@ class Deviation : public IPrintable, public IVisitable {
 
  protected:
   Deviation(const std::shared_ptr<Component>& initOwner, std::string initFailureClass);
+  Deviation(const Deviation& source, const std::shared_ptr<Component>& initOwner);
   /// Finds the port by name, else by message. Throws `VtnException` "Could not find port in
   /// component: ..." when neither leads to one.
   void FindSubject(const std::string& text, bool output);
@@ -48,11 +49,13 @@ class Deviation : public IPrintable, public IVisitable {
 
 /// A deviation that arrives at a port. One record per implementation and name, shared by all
 /// proxies of the deviation.
-class InputDeviation : public Deviation {
+class InputDeviation : public Deviation, public std::enable_shared_from_this<InputDeviation> {
  public:
   /// See `Deviation::FindSubject` for the error.
   InputDeviation(const std::shared_ptr<Component>& initOwner, std::string initFailureClass,
                  const std::string& initSubject);
+  /// A record like `source` for another component; the port is found there by its local name.
+  InputDeviation(const InputDeviation& source, const std::shared_ptr<Component>& initOwner);
   void Accept(Visitor& visitor) override;
 
   /// A record for another component; the port is found there by its local name.
@@ -73,14 +76,19 @@ class OutputDeviation : public Deviation,
   /// See `Deviation::FindSubject` for the error.
   OutputDeviation(const std::shared_ptr<Component>& initOwner, std::string initFailureClass,
                   const std::string& initSubject);
+  /// A deviation like `source` for another component, without causes and logic; the port is found
+  /// there by its local name.
+  OutputDeviation(const OutputDeviation& source, const std::shared_ptr<Component>& initOwner);
   void Accept(Visitor& visitor) override;
   std::string GetCauseName() const override { return GetFullName(); }
 
   /// A copy for `newOwner`, whose expression is a clone with new gates and proxies over the same
-  /// events; the port is found there by its local name.
+  /// events.
   std::shared_ptr<OutputDeviation> Copy(const std::shared_ptr<Component>& newOwner) const;
-  /// The same for a replica of the component: the events are new ones too.
-  std::shared_ptr<OutputDeviation> CopyForReplica(const std::shared_ptr<Component>& newOwner) const;
+  /// The copy as part of a greater one: leaves the memoised clones, by which all copied expressions
+  /// share their events, for the caller to clear.
+  std::shared_ptr<OutputDeviation> CopyWithin(const std::shared_ptr<Component>& newOwner,
+                                              CloneMode mode) const;
   bool IsSystemOutput() const { return systemOutput; }
   void SetSystemOutput(bool value) { systemOutput = value; }
 
@@ -90,10 +98,6 @@ class OutputDeviation : public Deviation,
 
  protected:
   void PrintDetails(std::ostream& stream, int indent) const override;
-
- private:
-  std::shared_ptr<OutputDeviation> CopyWith(const std::shared_ptr<Component>& newOwner,
-                                            CloneMode mode) const;
 };
 
 /// A deviation that a component offers to what is allocated on it.
@@ -106,12 +110,16 @@ class ExportedDeviation : public Deviation,
   void Accept(Visitor& visitor) override;
   std::string GetCauseName() const override { return GetFullName(); }
 
-  std::shared_ptr<ExportedDeviation> Copy(const std::shared_ptr<Component>& newOwner,
-                                          CloneMode mode) const;
+  /// See `OutputDeviation::CopyWithin`.
+  std::shared_ptr<ExportedDeviation> CopyWithin(const std::shared_ptr<Component>& newOwner,
+                                                CloneMode mode) const;
 
   bool resolved = false;
   /// The clone of `expression` in which synthesis works; null outside a synthesis.
   std::shared_ptr<FaultTreeNode> instance;
+
+ protected:
+  void PrintDetails(std::ostream& stream, int indent) const override;
 };
 
 }  // namespace FTS

@@ -15,6 +15,7 @@ class IFailureCause;
 class Implementation;
 class InputDeviation;
 class Line;
+class LineEnds;
 class Model;
 class OutputDeviation;
 class Perspective;

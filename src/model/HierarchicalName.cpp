@@ -17,7 +17,7 @@ std::string_view CutPerspective(std::string_view text, std::string& perspective)
 }
 
 /// Moves all dotted parts of `text` but the last to `path`, and returns the last.
-std::string_view CutPath(std::string_view text, std::deque<std::string>& path) {
+std::string_view CutPath(std::string_view text, std::vector<std::string>& path) {
   for (std::size_t end = text.find(PathSeparator); end != std::string_view::npos;
        end = text.find(PathSeparator)) {
     path.emplace_back(text.substr(0, end));

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <deque>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace FTS {
 
@@ -26,13 +26,13 @@ class HierarchicalName {
   /// the prefix alone counts as nested when the dotted paths nest.
   bool IsWithin(const HierarchicalName& scope) const;
 
-  const std::deque<std::string>& Path() const { return path; }
+  const std::vector<std::string>& Path() const { return path; }
   const std::string& Name() const { return name; }
   const std::string& Perspective() const { return perspective; }
 
  private:
   std::string name;
-  std::deque<std::string> path;  // Outermost first.
+  std::vector<std::string> path;  // Outermost first.
   std::string perspective;
 };
 

@@ -48,7 +48,8 @@ class IFailureCause {
   explicit IFailureCause(Kind initKind) : kind(initKind) {}
 
  private:
-  void MergeExpression(const Cause& cause, Model* model);
+  /// Joins a clone of the logic to the expression, which stands, in one flat OR where possible.
+  void MergeExpression(FaultTreeNode& logic, Model* model);
 };
 
 }  // namespace FTS

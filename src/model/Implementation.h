@@ -5,7 +5,7 @@
 #include <ostream>
 #include <string>
 
-#include "faulttree/Forward.h"
+#include "faulttree/FaultTreeNode.h"
 #include "model/Enumerations.h"
 #include "model/Forward.h"
 #include "model/IPrintable.h"
@@ -68,9 +68,9 @@ class Implementation : public IPrintable,
   void AddExportedDeviation(const std::shared_ptr<ExportedDeviation>& deviation,
                             const std::string& state);
 
-  /// A copy for a component of another model, identities kept.
+  /// A copy for a component of another model, identities kept. It is added to the component.
   std::shared_ptr<Implementation> Clone(const std::shared_ptr<Component>& newOwner) const;
-  /// A copy for a replica: events, gates and proxies are new ones.
+  /// The same for a replica: events, gates and proxies are new ones, common causes stay.
   std::shared_ptr<Implementation> CloneForReplica(const std::shared_ptr<Component>& newOwner) const;
   /// See `Subsystem::Instantiate` and `Subsystem::Clear`.
   void Instantiate();
@@ -91,6 +91,12 @@ class Implementation : public IPrintable,
   std::shared_ptr<Subsystem> subsystem;  ///< Null for a leaf.
   double weight = 0.0;
   Model* model;
+
+ private:
+  std::shared_ptr<Implementation> CopyTo(const std::shared_ptr<Component>& newOwner,
+                                         CloneMode mode) const;
+  void InstantiateOutputs(const StateLogic& logic, const std::shared_ptr<Component>& component);
+  void InstantiateExports(const StateLogic& logic, const std::shared_ptr<Component>& component);
 };
 
 }  // namespace FTS

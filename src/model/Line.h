@@ -37,11 +37,18 @@ class Line : public IPrintable, public IVisitable, public std::enable_shared_fro
   const std::string& GetName() const { return name; }
   std::shared_ptr<Subsystem> GetOwner() const { return owner.lock(); }
 
-  /// Leaves the line's logic as templates on its ports: model/PortExpressions.cpp. Throws
-  /// `VtnException` "Error! Cannot find port: ..." for a connection to nothing.
+  // The line's logic at its ports: model/PortExpressions.cpp
+
+  /// Finds the ports and ties the line to them, for `MakePortExpression`. Throws `VtnException`
+  /// "Error! Cannot find port: ..." for a connection to nothing, and logs a warning for each
+  /// directed expression that finds no output port.
   void BuildPortExpressions();
-  /// Gives `target` clones of the connections, and the messages.
+  /// The template that the connection of that number gives its port for the class.
+  std::shared_ptr<FaultTreeNode> MakePortExpression(std::size_t connection,
+                                                    const std::string& failureClass);
+  /// Gives `target` clones of the connections, in the place of its own, and the messages.
   void CopyExpressions(Line& target) const;
+  /// A copy without connections; see `CopyExpressions`.
   std::shared_ptr<Line> Clone(const std::shared_ptr<Subsystem>& newOwner) const;
 
   std::map<std::string, std::shared_ptr<FaultTreeNode>> connections;  ///< Raw expressions, by key.
@@ -52,6 +59,9 @@ class Line : public IPrintable, public IVisitable, public std::enable_shared_fro
   std::string name;
   std::weak_ptr<Subsystem> owner;
   Model* model;
+
+ private:
+  std::unique_ptr<LineEnds> ends;  // Made by `BuildPortExpressions`; null before.
 };
 
 }  // namespace FTS

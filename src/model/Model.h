@@ -61,6 +61,7 @@ class Model : public IVisitable {
   void AddPerspective(const std::shared_ptr<Perspective>& perspective);
   void AddConfigurableComponent(const std::shared_ptr<Component>& component);
   void AddHazard(const std::shared_ptr<Hazard>& hazard);
+  bool HasFailureClass(const std::string& failureClass) const;
 
   // Looking up: model/Lookup.cpp
 
@@ -172,8 +173,9 @@ class Model : public IVisitable {
 
  private:
   void RefineTrees();
-  std::shared_ptr<Component> WalkTo(const HierarchicalName& target, std::size_t depth,
-                                    const std::string& resolving) const;
+  std::shared_ptr<Component> WalkPath(const HierarchicalName& target,
+                                      const std::string& resolving) const;
+  void CopyReferencesTo(Model& target) const;
 
   std::unordered_set<std::string> knownFailureClasses;  // Membership only; order is the vector's.
 };

@@ -14,9 +14,9 @@
 
 namespace FTS {
 
-/// Where a failure crosses a component's boundary. Lines leave their logic here, once per
-/// synthesis, as templates by failure class; the walk from a top event takes instances of them, by
-/// state.
+/// Where a failure crosses a component's boundary. Lines are tied to it once per synthesis; their
+/// logic is built as a template when a failure class is asked for, and the walk from a top event
+/// takes instances of the templates, by state.
 class Port : public IPrintable, public IVisitable, public std::enable_shared_from_this<Port> {
  public:
   using NodePointer = std::shared_ptr<FaultTreeNode>;
@@ -41,12 +41,18 @@ class Port : public IPrintable, public IVisitable, public std::enable_shared_fro
   std::shared_ptr<OutputDeviation> GetOutputDeviation(const std::string& failureClass,
                                                       const std::string& state);
 
-  void AddLineExpression(ByClass expressions);
-  /// Store a template; without `replace` one that is there stays.
-  void SetInternalTemplate(const std::string& failureClass, const NodePointer& expression,
-                           bool replace);
-  void SetExternalTemplate(const std::string& failureClass, const NodePointer& expression,
-                           bool replace);
+  /// What the lines outside (inside) the component say about the class, as one expression that
+  /// synthesis never changes; null when no line says anything. A connection that names the class
+  /// wins over one for all classes, the last of the former and the first of the latter.
+  NodePointer GetExternalTemplate(const std::string& failureClass);
+  NodePointer GetInternalTemplate(const std::string& failureClass);
+
+  /// Ties a connection of a line to this port. `failureClass` is empty for one that speaks for all
+  /// classes; `inside` tells that the line lies inside the component.
+  void AddLineEnd(const std::shared_ptr<Line>& line, std::size_t connection,
+                  const std::string& failureClass, bool inside);
+  /// Unties all lines and forgets their templates; instances stay.
+  void ForgetLineEnds();
   void AddOutputDeviation(const std::shared_ptr<OutputDeviation>& deviation,
                           const std::string& state);
   void AddInputProxy(const std::shared_ptr<InputDeviationProxy>& proxy, const std::string& state);
@@ -55,31 +61,41 @@ class Port : public IPrintable, public IVisitable, public std::enable_shared_fro
   std::shared_ptr<OutputDeviationProxy> GetOrMakeOutputProxy(const std::string& failureClass);
   std::shared_ptr<InputDeviationProxy> GetOrMakeInputProxy(const std::string& failureClass);
 
-  /// Takes clones of the other port's templates and expression roots.
-  void CopyFrom(Port& other);
-  /// Drops the instances of the last synthesis; templates stay.
+  /// Forgets the instances of the last synthesis; templates stay. Trees that hold an instance keep
+  /// it, and its graph is taken apart by `Clear`.
   void ClearInstances();
-  /// Drops all that synthesis has left here, the templates included.
+  /// Drops all that synthesis has left here, the templates included, and takes the graphs apart.
   void Clear();
 
   std::weak_ptr<Component> owner;
   std::map<std::string, ByClass> externalExpressions;  ///< Instances, by state.
   std::map<std::string, ByClass> internalExpressions;
-  ByClass externalTemplates;
+  ByClass externalTemplates;  ///< Those asked for so far; null for a class without a line.
   ByClass internalTemplates;
   HierarchicalName fullName;
   std::map<std::string, std::map<std::string, std::shared_ptr<OutputDeviation>>> outputDeviations;
   std::map<std::string, std::shared_ptr<OutputDeviationProxy>> outputProxies;
   std::map<std::string, std::map<std::string, std::shared_ptr<InputDeviationProxy>>> inputProxies;
   std::vector<NodePointer> expressionRoots;  ///< Every root held here, instance or template.
-  std::vector<ByClass> lineExpressions;      ///< One map per connected line.
   Model* model;
 
  private:
-  NodePointer Instantiate(std::map<std::string, ByClass>& instances, const ByClass& templates,
+  /// One connection of one line.
+  struct LineEnd {
+    std::string failureClass;  // Empty: all classes.
+    std::weak_ptr<Line> line;
+    std::size_t connection;
+  };
+
+  NodePointer FindTemplate(ByClass& templates, const std::vector<LineEnd>& ends,
+                           const std::string& failureClass);
+  NodePointer BuildTemplate(const std::vector<LineEnd>& ends, const std::string& failureClass);
+  NodePointer Instantiate(std::map<std::string, ByClass>& instances, const NodePointer& source,
                           const std::string& failureClass, const std::string& state);
 
   std::string fullNameText;
+  std::vector<LineEnd> externalEnds;  // In the order of lines and keys.
+  std::vector<LineEnd> internalEnds;
 };
 
 }  // namespace FTS

@@ -45,6 +45,8 @@ class StateMachine : public std::enable_shared_from_this<StateMachine> {
 
   /// Enters the state under its name, in the place of one of the same name.
   void AddState(const std::shared_ptr<State>& state);
+  /// Takes back what linking has filled in: links lead in circles and would never be freed.
+  void Unlink();
   /// An unlinked copy for another model.
   std::shared_ptr<StateMachine> Clone(Model* target) const;
 

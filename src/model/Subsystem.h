@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "faulttree/FaultTreeNode.h"
 #include "model/Forward.h"
 #include "model/IPrintable.h"
 #include "model/IVisitable.h"
@@ -50,18 +51,27 @@ class Subsystem : public IPrintable,
   /// Selects the first implementation everywhere.
   void ResetImplementations();
 
-  /// A copy for another perspective or implementation (one of both null). Lines are cloned too.
+  /// A copy for another perspective or implementation (one of both null). In the mode
+  /// `NewIdentity` it is part of a replica, and its events are new ones. Lines come without
+  /// connections; see `Reconnect`.
   std::shared_ptr<Subsystem> Clone(Model* target,
                                    const std::shared_ptr<Perspective>& newPerspective,
-                                   const std::shared_ptr<Implementation>& newOwner) const;
+                                   const std::shared_ptr<Implementation>& newOwner,
+                                   CloneMode mode) const;
   /// Lets every line copy its connections from the line of the same place in `source`.
   void Reconnect(const Subsystem& source);
+  /// Lets the components and lines take over what those of the same name or place in `source` hold.
+  void RebuildFrom(const Subsystem& source);
 
   std::map<std::string, std::shared_ptr<Component>> components;  ///< By local name.
   std::vector<std::shared_ptr<Line>> lines;
   std::weak_ptr<Perspective> perspective;  ///< Set for a root.
   std::weak_ptr<Implementation> owner;     ///< Empty for a root.
   Model* model;
+
+ private:
+  void ForgetLineEnds();
+  void TieLines();
 };
 
 }  // namespace FTS
