@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -24,6 +25,8 @@ enum class Inclusion { Unrelated = 0, Within = 1, Around = 2 };
 class CutSet : public IPrime, public ISafetyRequirementTarget {
  public:
   static constexpr int SignatureWords = 64;
+  /// Event numbers this far apart set the same bit of the signature.
+  static constexpr std::uint32_t SignatureBits = 2048;
   /// A figure that has not been computed yet.
   static constexpr double NotComputed = -1.0;
 
@@ -40,8 +43,17 @@ class CutSet : public IPrime, public ISafetyRequirementTarget {
   /// Adds the members of `other` that this set lacks. False when mutual exclusion is on and a new
   /// member shares its component with one that was there; the members are added all the same.
   bool Merge(const CutSet& other);
+  /// True when two members have the same owning component.
+  bool HasSharedOwner() const;
   /// A plain cut set of the same members, whose prime is multiplied anew in ascending order.
   std::unique_ptr<CutSet> Clone() const;
+  /// A plain cut set of the same members that keeps the product as it was multiplied here.
+  std::unique_ptr<CutSet> Copy() const;
+  /// Makes this set what a clone of `source` would be, without an allocation once it is large
+  /// enough.
+  void BecomeCloneOf(const CutSet& source);
+  /// Multiplies the members' primes anew in ascending order, as a clone has it.
+  void RestorePrime();
 
   /// `Within` when this set lies inside `other` or equals it, `Around` when `other` lies inside.
   Inclusion CompareSignature(const CutSet& other) const;
@@ -50,7 +62,8 @@ class CutSet : public IPrime, public ISafetyRequirementTarget {
   /// The order as the option `countNormalEvents=` defines it: size or effective order.
   int GetOrder() const;
   int GetSize() const { return static_cast<int>(events.size()); }
-  /// True when a member has the node id of the event.
+  /// True when the event is a member: id and prime are both equal, since a gate and its dual share
+  /// an id and both may be modules.
   bool HasEvent(const BasicEvent& event) const;
 
   /// The product of the members' unavailabilities, 1.0 for none; kept in `unavailability`.
@@ -65,13 +78,21 @@ class CutSet : public IPrime, public ISafetyRequirementTarget {
   /// "<size>{<names joined by ", ">}", for warnings.
   std::string ToText() const;
 
-  std::vector<BasicEvent*> events;  ///< Ascending by prime; not owned.
   std::uint32_t signatureSummary = 0;
+  /// Two bits of 64 for each member, shared by event numbers that share a signature bit: a set with
+  /// bits that another lacks does not lie inside it. Lists of cut sets keep this word beside the
+  /// pointer, so that most comparisons touch no cut set.
+  std::uint64_t digest = 0;
+  std::vector<BasicEvent*> events;  ///< Ascending by prime; not owned.
   std::array<std::uint32_t, SignatureWords> signature{};
-  bool hasModule = false;  ///< A member is a `ModuleEvent`.
   double unavailability = NotComputed;
   double frequency = NotComputed;
+  std::uint32_t arrival = 0;  ///< Belongs to the index that lists this cut set.
+  bool hasModule = false;     ///< A member is a `ModuleEvent`.
 };
+
+// They exist by the million: three quarters are the signature, and no word is lost to padding.
+static_assert(sizeof(CutSet) <= 336);
 
 /// 1 when `a` divides `b` (equality included), 2 when `b` divides `a`, 0 otherwise.
 int ComparePrimes(const IPrime& a, const IPrime& b);
