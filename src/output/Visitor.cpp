@@ -4,6 +4,7 @@
 #include <string>
 
 #include "analysis/CutSet.h"
+#include "analysis/CutSetList.h"
 #include "analysis/FMEA.h"
 #include "analysis/FaultTree.h"
 #include "analysis/ModuleEvent.h"
@@ -52,8 +53,11 @@ void Visitor::Visit(DiagnosticLog& object) {
   Leave(object);
 }
 
+// The others of the list merely contain its event: they begin with another one and are met in its
+// list. So each cut set of a tree is met once.
 void Visitor::Visit(CutSetList& object) {
   Enter(object);
+  for (CutSet* cutSet : object.Own()) Visit(*cutSet);
   Leave(object);
 }
 

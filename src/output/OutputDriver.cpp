@@ -1,0 +1,80 @@
+// Which writers run, in the order that users know from the console.
+
+#include <cstdint>
+#include <iostream>
+#include <string>
+
+#include "app/Config.h"
+#include "app/DiagnosticLog.h"
+#include "model/Model.h"
+#include "output/VisitorCombinedXML.h"
+#include "output/VisitorXML.h"
+#include "platform/Viewer.h"
+
+namespace FTS {
+
+namespace {
+
+struct UnavailableType {
+  std::int32_t bit;
+  const char* word;  // As users type it.
+};
+
+constexpr UnavailableType BeforeExchange[] = {
+    {OutputType::Excel, "EXCEL"},
+    {OutputType::Problog, "PROBLOG"},
+    {OutputType::Iso, "ISO"},
+    {OutputType::Epm, "EPM"},
+};
+constexpr UnavailableType Pages = {OutputType::Html, "HTML"};
+
+bool Wants(std::int32_t bit) { return (Config::Instance().outputTypes & bit) != 0; }
+
+void WarnIfWanted(const UnavailableType& type) {
+  if (!Wants(type.bit)) return;
+  DiagnosticLog::Instance().AddWarning("Output type " + std::string(type.word) +
+                                       " is not available in this version.");
+}
+
+void Say(bool quiet, const std::string& text) {
+  if (!quiet) std::cout << text << "\n";
+}
+
+void WriteXml(Model& model, bool quiet) {
+  Say(quiet, "Generating XML results");
+  std::string path;
+  {
+    VisitorXML writer;
+    model.Accept(writer);
+    path = writer.viewerPath;
+  }
+  const Config& config = Config::Instance();
+  // It is the pages that ask for the viewer, here too: with XML alone nothing is shown. The XML
+  // files name nothing to show, and the empty command is told all the same.
+  if (config.testMode || (config.openResultTypes & OutputType::Html) == 0) return;
+  Say(quiet, "\"" + path + "\"");
+  OpenInViewer(path);
+}
+
+void WriteResults(Model& model, bool quiet) {
+  Say(quiet, "Generating XML results to Results.xml");
+  VisitorCombinedXML writer;
+  model.Accept(writer);
+}
+
+}  // namespace
+
+void Model::OutputResults() {
+  const bool quiet = Config::Instance().runSilent;
+  for (const UnavailableType& type : BeforeExchange) WarnIfWanted(type);
+  if (Wants(OutputType::Ftp)) {
+    // The library that writes the project is not to be had on this platform.
+    DiagnosticLog::Instance().AddWarning(
+        "Fault Tree Plus DLL not found - Output to FT+ is not possible.");
+  }
+  if (Wants(OutputType::Xml)) WriteXml(*this, quiet);
+  WarnIfWanted(Pages);
+  if (Wants(OutputType::Results)) WriteResults(*this, quiet);
+}
+
+}  // namespace FTS

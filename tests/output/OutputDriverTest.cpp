@@ -1,0 +1,194 @@
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <filesystem>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "app/Config.h"
+#include "app/DiagnosticLog.h"
+#include "support/BrakeModel.h"
+#include "support/CapturedStreams.h"
+#include "support/CaseName.h"
+#include "support/EnvironmentVariable.h"
+#include "support/ProcessStateTest.h"
+#include "support/RecordedCommands.h"
+#include "support/TemporaryFolder.h"
+
+namespace FTS {
+
+namespace {
+
+constexpr const char* TreesFile = "brake.v2-FMEAOutput/FaultTrees.xml";
+constexpr const char* ResultsFile = "brake.v2-Results/Results.xml";
+
+class OutputDriverTest : public ProcessStateTest {
+ protected:
+  OutputDriverTest() { Config::Instance().outputDir = folder.Path(); }
+
+  void Run(std::int32_t types) {
+    Config::Instance().outputTypes = types;
+    brake.Get().OutputResults();
+  }
+
+  static const std::vector<std::string>& Warnings() { return DiagnosticLog::Instance().Warnings(); }
+
+  TemporaryFolder folder;
+  BrakeModel brake;
+  CapturedStreams streams;
+  RecordedCommands commands;
+  EnvironmentVariable display{"DISPLAY", ":0"};
+};
+
+TEST_F(OutputDriverTest, NoTypeWritesNothingAndMakesNoFolder) {
+  Run(0);
+  EXPECT_TRUE(std::filesystem::is_empty(folder.Path()));
+  EXPECT_EQ(streams.Output(), "");
+  EXPECT_TRUE(Warnings().empty());
+}
+
+TEST_F(OutputDriverTest, OpenPsaAloneWritesNothingHere) {
+  Run(OutputType::OpenPsa);
+  EXPECT_TRUE(std::filesystem::is_empty(folder.Path()));
+  EXPECT_EQ(streams.Output(), "");
+  EXPECT_TRUE(Warnings().empty());
+}
+
+TEST_F(OutputDriverTest, XmlMakesItsFolderAndFiles) {
+  Run(OutputType::Xml);
+  EXPECT_TRUE(folder.Contains(TreesFile));
+  EXPECT_TRUE(folder.Contains("brake.v2-FMEAOutput/CutSets(20).xml"));
+  EXPECT_FALSE(folder.Contains("brake.v2-Results"));
+  EXPECT_EQ(streams.Output(), "Generating XML results\n");
+}
+
+TEST_F(OutputDriverTest, ResultsMakeTheirOwnFolderAndFile) {
+  Run(OutputType::Results);
+  EXPECT_TRUE(folder.Contains(ResultsFile));
+  EXPECT_FALSE(folder.Contains("brake.v2-FMEAOutput"));
+  EXPECT_EQ(streams.Output(),
+            "Generating XML results to Results.xml\n" + folder.Path(ResultsFile) + "\n");
+}
+
+TEST_F(OutputDriverTest, SilentRunWritesWithoutAWord) {
+  Config::Instance().runSilent = true;
+  Config::Instance().openResultTypes = OutputType::Html;
+  Run(OutputType::Xml | OutputType::Results);
+  EXPECT_TRUE(folder.Contains(TreesFile));
+  EXPECT_TRUE(folder.Contains(ResultsFile));
+  EXPECT_EQ(streams.Output() + streams.Errors(), "");
+}
+
+TEST_F(OutputDriverTest, FolderAboveIsMadeOnTheWay) {
+  Config::Instance().outputDir = folder.Path("a/b");
+  Run(OutputType::Xml);
+  EXPECT_TRUE(folder.Contains("a/b/brake.v2-FMEAOutput/FaultTrees.xml"));
+}
+
+TEST_F(OutputDriverTest, SeparatorAtTheEndOfTheFolderMakesNoDifference) {
+  Config::Instance().outputDir = folder.Path("a") + "/";
+  Run(OutputType::Xml);
+  EXPECT_TRUE(folder.Contains("a/brake.v2-FMEAOutput/FaultTrees.xml"));
+}
+
+TEST_F(OutputDriverTest, FolderThatCannotBeMadeEndsTheOutput) {
+  folder.Write("file", "");
+  Config::Instance().outputDir = folder.Path("file");
+  try {
+    Run(OutputType::Xml);
+    ADD_FAILURE() << "nothing was thrown";
+  } catch (const std::filesystem::filesystem_error& error) {
+    EXPECT_NE(std::string(error.what()).find("create_directories"), std::string::npos)
+        << error.what();
+  }
+}
+
+// The viewer
+
+TEST_F(OutputDriverTest, ViewerIsAskedWithAnEmptyPathBehindXml) {
+  Config::Instance().openResultTypes = OutputType::Xml | OutputType::Html;
+  Run(OutputType::Xml);
+  EXPECT_EQ(streams.Output(), "Generating XML results\n\"\"\n");
+  EXPECT_TRUE(commands.Lines().empty());
+}
+
+TEST_F(OutputDriverTest, XmlAloneOpensNoViewer) {
+  Config::Instance().openResultTypes = OutputType::Xml;
+  Run(OutputType::Xml);
+  EXPECT_EQ(streams.Output(), "Generating XML results\n");
+}
+
+TEST_F(OutputDriverTest, TestModeOpensNoViewer) {
+  Config::Instance().openResultTypes = OutputType::Html;
+  Config::Instance().testMode = true;
+  Run(OutputType::Xml);
+  EXPECT_EQ(streams.Output(), "Generating XML results\n");
+}
+
+TEST_F(OutputDriverTest, ResultsOpenNoViewer) {
+  Config::Instance().openResultTypes = OutputType::Html;
+  Run(OutputType::Results);
+  EXPECT_EQ(streams.Output(),
+            "Generating XML results to Results.xml\n" + folder.Path(ResultsFile) + "\n");
+}
+
+// What cannot be written
+
+struct MissingTypeCase {
+  const char* name;
+  std::int32_t bit;
+  const char* warning;
+};
+
+void PrintTo(const MissingTypeCase& row, std::ostream* stream) { *stream << row.name; }
+
+class MissingTypeTest : public OutputDriverTest,
+                        public ::testing::WithParamInterface<MissingTypeCase> {};
+
+TEST_P(MissingTypeTest, IsAWarningAndLaterStepsRun) {
+  Run(GetParam().bit | OutputType::Results);
+  EXPECT_EQ(Warnings(), std::vector<std::string>({GetParam().warning}));
+  EXPECT_TRUE(folder.Contains(ResultsFile));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Types, MissingTypeTest,
+    ::testing::Values(MissingTypeCase{"EXCEL", OutputType::Excel,
+                                      "Output type EXCEL is not available in this version."},
+                      MissingTypeCase{"PROBLOG", OutputType::Problog,
+                                      "Output type PROBLOG is not available in this version."},
+                      MissingTypeCase{"ISO", OutputType::Iso,
+                                      "Output type ISO is not available in this version."},
+                      MissingTypeCase{"EPM", OutputType::Epm,
+                                      "Output type EPM is not available in this version."},
+                      MissingTypeCase{"HTML", OutputType::Html,
+                                      "Output type HTML is not available in this version."},
+                      MissingTypeCase{
+                          "FTP", OutputType::Ftp,
+                          "Fault Tree Plus DLL not found - Output to FT+ is not possible."}),
+    CaseName);
+
+TEST_F(OutputDriverTest, ExchangeFileIsMissedBeforeXmlIsWritten) {
+  Run(OutputType::Xml | OutputType::Ftp);
+  EXPECT_NE(folder.Read(TreesFile).find(
+                "<WarningList><Warning>Fault Tree Plus DLL not found - Output to FT+ is not "
+                "possible.</Warning></WarningList>"),
+            std::string::npos);
+}
+
+TEST_F(OutputDriverTest, StepsHaveAFixedOrder) {
+  Run(OutputType::Html | OutputType::Epm | OutputType::Iso | OutputType::Problog |
+      OutputType::Excel | OutputType::Ftp);
+  EXPECT_EQ(Warnings(), std::vector<std::string>(
+                            {"Output type EXCEL is not available in this version.",
+                             "Output type PROBLOG is not available in this version.",
+                             "Output type ISO is not available in this version.",
+                             "Output type EPM is not available in this version.",
+                             "Fault Tree Plus DLL not found - Output to FT+ is not possible.",
+                             "Output type HTML is not available in this version."}));
+}
+
+}  // namespace
+
+}  // namespace FTS
