@@ -545,15 +545,20 @@ def evaluate(root, table):
 def least_solution(root, table):
     """The truth table of a graph with loops: what happens when nothing fails by itself."""
     nodes = list(reachable(root))
+    holes, before = set(), -1
+    while len(holes) != before:
+        before = len(holes)
+        holes |= {id(n) for n in nodes if n.event is None and all(id(c) in holes
+                                                                for c in n.children)}
     state = {id(n): table[n.event.full_name] if n.event is not None else 0 for n in nodes}
     changed = True
     while changed:
         changed = False
         for node in nodes:
-            if node.event is not None or not node.children:
+            if node.event is not None or id(node) in holes:
                 continue
-            operands = [state[id(c)] for c in node.children if c.event is not None or c.children]
-            result = operands[0] if operands else 0
+            operands = [state[id(c)] for c in node.children if id(c) not in holes]
+            result = operands[0]
             for operand in operands[1:]:
                 result = result | operand if node.kind == "OR" else result & operand
             if result != state[id(node)]:
