@@ -1,13 +1,17 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 
+#include "faulttree/Forward.h"
 #include "input/StringLexer.h"
 #include "input/Token.h"
 #include "model/Forward.h"
 
 namespace FTS {
+
+class ExpressionReader;
 
 /// What the readers of both model formats share: the failure expressions, and the state of reading.
 class Parser {
@@ -29,7 +33,32 @@ class Parser {
   virtual TokenPtr StringMatch(TokenType expected, const std::string& text);
 
  protected:
+  using NodePointer = std::shared_ptr<FaultTreeNode>;
+
   explicit Parser(const std::string& fileName);
+
+  // The three languages of failure logic: OutputExpressions.cpp, LineExpressions.cpp,
+  // HazardExpressions.cpp. Each reads one text whose first line has the number `startLine`, stops
+  // behind the expression it begins with, and gives null when nothing could be made of it. Faults
+  // go to the log and reading goes on; ParseException is thrown where a token must stand and does
+  // not.
+
+  /// Reads how an output of a component fails, for an implementation, which becomes the one being
+  /// read. `label` is the name of what is defined; gates are named after it.
+  NodePointer BuildOutputExpression(std::string expression,
+                                    const std::shared_ptr<Implementation>& owner,
+                                    const std::string& label, std::int32_t startLine);
+  /// Reads how a port of a line fails and stores it in the line under `failureName`, which is
+  /// "class-port", or the port alone when `failureClass` is empty. Throws VtnException for a port
+  /// that does not exist.
+  void BuildLineExpression(std::string expression, const std::string& failureName, Line& line,
+                           std::int32_t startLine, const std::string& failureClass);
+  /// Reads the logic of a hazard. The line in messages is counted from 0.
+  NodePointer BuildHazardExpression(const std::string& expression);
+
+  /// Sets the expression lexer up on a text and lets `reader`, which reads from it, read one
+  /// expression. The lexer is the current one meanwhile.
+  NodePointer ReadExpression(ExpressionReader& reader, std::string text, std::int32_t startLine);
 
   bool ready = false;                    // The file is there and reading can begin.
   StringLexer fileNameLexer;             // Set up on the file's name.
