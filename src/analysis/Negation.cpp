@@ -1,8 +1,10 @@
 // Negation: pushes negations down to the events by the rules of De Morgan.
-// Assumes an acyclic graph. Replaces current child lists of gates, all of them when the walk has
-// ended, because a gate may be needed negated and as it is, and both grow from the inputs it came
-// with. New gates and proxies stand for negated ones; events get complements. Children in their
-// order. A shared node is met once per polarity, and what it is replaced by is shared in its turn.
+// Assumes an acyclic graph, and events that the model holds: one that the tree has only negated
+// leaves it for its complement. Replaces current child lists of gates, all of them when the walk
+// has ended, because a gate may be needed negated and as it is, and both grow from the inputs it
+// came with. New gates and proxies stand for negated ones; events get complements. Children in
+// their order. A shared node is met once per polarity, and what it is replaced by is shared in its
+// turn.
 
 #include <map>
 #include <utility>

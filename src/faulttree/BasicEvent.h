@@ -112,7 +112,7 @@ class ComplementEvent : public BasicEvent {
   Pointer Clone(Model* target, CloneMode mode, bool copyStates,
                 const std::shared_ptr<Component>& context) override;
 
-  BasicEvent* source;  ///< The event; it owns this complement.
+  BasicEvent* source;  ///< The event; it owns this complement and outlives the trees it is in.
 
  protected:
   void AppendCloned(std::vector<FaultTreeNode*>& nodes) const override;

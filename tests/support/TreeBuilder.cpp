@@ -7,13 +7,13 @@
 #include <stdexcept>
 #include <utility>
 
-#include "faulttree/CircleNode.h"
 #include "faulttree/CommonCauseNodes.h"
 #include "faulttree/DeviationProxies.h"
 #include "faulttree/FaultTreeGate.h"
 #include "faulttree/GotoNode.h"
 #include "faulttree/ProxyNode.h"
 #include "model/CCF.h"
+#include "model/GraphRelease.h"
 
 namespace FTS {
 
@@ -202,7 +202,14 @@ TreeBuilder::Pointer TreeBuilder::EventNamed(const std::string& name) {
 }
 
 FaultTreeNode::Pointer Tree(std::string_view text, Model* model) {
-  return TreeBuilder(model).Tree(text);
+  // The result shares the life of the builder, which holds the events as a model would.
+  struct Kept {
+    TreeBuilder builder;
+    Pointer root;
+  };
+  const auto kept = std::make_shared<Kept>(Kept{TreeBuilder(model), nullptr});
+  kept->root = kept->builder.Tree(text);
+  return {kept, kept->root.get()};
 }
 
 namespace {
@@ -269,29 +276,6 @@ class ShapeWriter {
   std::set<const FaultTreeNode*> written;
 };
 
-void AppendChildren(const FaultTreeNode& node, std::vector<Pointer>& nodes) {
-  if (node.IsGate()) {
-    for (const auto& [state, list] : static_cast<const FaultTreeGate&>(node).childLists) {
-      nodes.insert(nodes.end(), list->children.begin(), list->children.end());
-    }
-  }
-  if (node.IsProxy()) {
-    for (const auto& [state, child] : static_cast<const ProxyNode&>(node).childByState) {
-      if (child) nodes.push_back(child);
-    }
-  }
-}
-
-void EmptyAllStates(FaultTreeNode& node) {
-  if (node.IsGate()) {
-    for (auto& [state, list] : static_cast<FaultTreeGate&>(node).childLists) list->children.clear();
-  }
-  if (node.IsProxy()) {
-    for (auto& [state, child] : static_cast<ProxyNode&>(node).childByState) child.reset();
-    node.ClearChildren();
-  }
-}
-
 }  // namespace
 
 std::string ShapeOf(const FaultTreeNode& root) {
@@ -318,21 +302,7 @@ FaultTreeNode* FindNode(FaultTreeNode& root, const std::string& name) {
 }
 
 void ReleaseGraph(const FaultTreeNode::Pointer& root) {
-  if (!root) return;
-  std::set<FaultTreeNode*> met;
-  std::vector<Pointer> nodes{root};
-  for (std::size_t i = 0; i < nodes.size(); ++i) {
-    if (!met.insert(nodes[i].get()).second) continue;
-    const Pointer node = nodes[i];
-    AppendChildren(*node, nodes);
-    if (node->circle) nodes.push_back(node->circle);
-  }
-  for (const Pointer& node : nodes) {
-    EmptyAllStates(*node);
-    node->clone.reset();
-    node->circle.reset();
-    if (const auto circle = std::dynamic_pointer_cast<CircleNode>(node)) circle->enclosing.reset();
-  }
+  if (root) ReleaseGraphs({root});
 }
 
 }  // namespace FTS

@@ -48,7 +48,8 @@ class TreeBuilder {
   std::map<std::string, Pointer> named;
 };
 
-/// The graph that the text describes, see `TreeBuilder`.
+/// The graph that the text describes, see `TreeBuilder`. All nodes that the text names live at
+/// least as long as the result, whatever becomes of the graph.
 FaultTreeNode::Pointer Tree(std::string_view text, Model* model = nullptr);
 
 /// The current graph in the notation of `TreeBuilder`. A name stands before a gate or proxy only
