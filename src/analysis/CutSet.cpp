@@ -5,6 +5,7 @@
 
 #include "analysis/ModuleEvent.h"
 #include "app/Config.h"
+#include "app/DiagnosticLog.h"
 #include "faulttree/BasicEvent.h"
 #include "model/Component.h"
 
@@ -86,6 +87,11 @@ bool CutSet::HasSharedOwner() const {
   }
   std::sort(owners.begin(), owners.end());
   return std::adjacent_find(owners.begin(), owners.end()) != owners.end();
+}
+
+void CutSet::WarnOfExclusion() const {
+  DiagnosticLog::Instance().AddWarning(
+      "Warning: removing cut set with mutually exclusive events: " + ToText());
 }
 
 std::unique_ptr<CutSet> CutSet::Clone() const {

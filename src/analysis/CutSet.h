@@ -45,6 +45,8 @@ class CutSet : public IPrime, public ISafetyRequirementTarget {
   bool Merge(const CutSet& other);
   /// True when two members have the same owning component.
   bool HasSharedOwner() const;
+  /// Logs that this cut set is left out because its members exclude each other.
+  void WarnOfExclusion() const;
   /// A plain cut set of the same members, whose prime is multiplied anew in ascending order.
   std::unique_ptr<CutSet> Clone() const;
   /// A plain cut set of the same members that keeps the product as it was multiplied here.

@@ -56,6 +56,12 @@ class FaultTreeGate : public FaultTreeNode {
   bool IsSubsumed(const CutSet& candidate);
   /// Takes the cut set out of the lists of its events; it stays in `cutSets`.
   void RemoveFromIndex(const CutSet& cutSet);
+  /// The index of `cutSets`, made when it was not needed so far.
+  CutSetIndex& GetIndex();
+  /// Copies the cut sets of a module to its event, when they are complete.
+  void FillModuleEvent();
+  /// Warns, once for each input, that this AND gate goes on without the input.
+  void ReportIgnoredInput(const FaultTreeNode& input);
 
   /// Absorption on the level of gates: takes `object` in as an input unless an input covers it
   /// already. False in every case that changes nothing. No pass of the analysis calls it.
@@ -65,7 +71,7 @@ class FaultTreeGate : public FaultTreeNode {
   ChildrenList& CurrentList() { return *currentChildren; }
 
   std::map<std::string, std::unique_ptr<ChildrenList>> childLists;  ///< By state; owned.
-  std::unique_ptr<CutSetIndex> primeIndex;  ///< Finds `cutSets` by event; made with the first.
+  std::unique_ptr<CutSetIndex> primeIndex;  ///< Finds `cutSets` by event; null until asked for.
 
  protected:
   void SelectState(const std::string& value) override;
@@ -73,7 +79,8 @@ class FaultTreeGate : public FaultTreeNode {
   void AppendCloned(std::vector<FaultTreeNode*>& nodes) const override;
 
  private:
-  ChildrenList* currentChildren;  // Points into `childLists`.
+  ChildrenList* currentChildren;   // Points into `childLists`.
+  std::vector<int> ignoredInputs;  // Ids that `ReportIgnoredInput` has named.
 };
 
 /// Makes a gate of the given type: one of the six gate types of `NodeType`. Any other type is a
