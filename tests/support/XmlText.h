@@ -12,19 +12,24 @@ class XmlText {
   XmlText() : text("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n") {}
 
   void Open(const std::string& name) {
-    text += "<" + name + ">\n";
+    text.append("<").append(name).append(">\n");
     openNames.push_back(name);
   }
 
   void Close() {
-    text += "</" + openNames.back() + ">\n";
+    text.append("</").append(openNames.back()).append(">\n");
     openNames.pop_back();
   }
 
   void Leaf(const std::string& name, const std::string& content) {
-    text += "<" + name + ">";
-    for (const char c : content) Escape(c);
-    text += "</" + name + ">\n";
+    text.append("<").append(name).append(">");
+    // Texts of many megabytes are made here, and hardly any content needs care.
+    if (content.find_first_of("&<>") == std::string::npos) {
+      text.append(content);
+    } else {
+      for (const char c : content) Escape(c);
+    }
+    text.append("</").append(name).append(">\n");
   }
 
   std::size_t Size() const { return text.size(); }
