@@ -1,0 +1,163 @@
+#include <new>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "app/Config.h"
+#include "app/DiagnosticLog.h"
+#include "app/RunDriver.h"
+#include "support/CapturedStreams.h"
+#include "support/FixedClock.h"
+#include "support/ProcessStateTest.h"
+#include "support/TemporaryFolder.h"
+
+namespace FTS {
+namespace {
+
+constexpr const char* Banner =
+    "Vel-Tarn Safety Analysis & Optimisation Tool\n"
+    "SimulationX Build v2.5.901 (x64)\n"
+    "17 October 2022\n"
+    "\n";
+
+/// A model of one component whose output can fail, but of which nothing is a top event.
+constexpr const char* SoundModel =
+    "<Model><Name>Small</Name><System><Name>S</Name><Components><Component><Name>A</Name>"
+    "<Ports><Port><Name>out</Name></Port></Ports><Implementations><Current><Name>I</Name>"
+    "</Current></Implementations></Component></Components></System></Model>";
+
+/// The same with a deviation whose logic names an event that is not there.
+constexpr const char* FaultyModel =
+    "<Model><Name>Faulty</Name><System><Name>S</Name><Components><Component><Name>A</Name>"
+    "<Ports><Port><Name>out</Name></Port></Ports><Implementations><Current><Name>I</Name>"
+    "<FailureData><OutputDeviations><OutputDeviation><Name>Omission-out</Name>"
+    "<FailureExpression>missing</FailureExpression></OutputDeviation></OutputDeviations>"
+    "</FailureData></Current></Implementations></Component></Components></System></Model>";
+
+class RunDriverTest : public ProcessStateTest {
+ protected:
+  int Run(std::vector<std::string> arguments) {
+    arguments.insert(arguments.begin(), "vtn");
+    std::vector<char*> pointers;
+    for (std::string& argument : arguments) pointers.push_back(argument.data());
+    return RunProgram(static_cast<int>(pointers.size()), pointers.data());
+  }
+
+  TemporaryFolder folder;
+  FixedClock clock;
+  CapturedStreams streams;
+};
+
+TEST_F(RunDriverTest, UsageIsPrintedWithoutAModel) {
+  EXPECT_EQ(Run({}), 0);
+  EXPECT_TRUE(streams.Output().starts_with(std::string(Banner) + "Usage:\n\tvtn <fileName>\n"))
+      << streams.Output();
+  EXPECT_EQ(streams.Errors(), "");
+}
+
+TEST_F(RunDriverTest, ConfigurationFileThatCannotBeUsedEndsTheProgramWithOne) {
+  EXPECT_EQ(Run({"model.xml", "config=my.cfg"}), 1);
+  EXPECT_EQ(streams.Output(), Banner);
+  EXPECT_EQ(streams.Errors(),
+            "Error while trying to load or create Vel-Tarn configuration file: Configuration files "
+            "cannot be read by this version: my.cfg\n");
+}
+
+TEST_F(RunDriverTest, RegressionTestModeIsRefused) {
+  EXPECT_EQ(Run({"testMode"}), 1);
+  EXPECT_EQ(streams.Output(), Banner);
+  EXPECT_EQ(streams.Errors(), "The regression test mode is not available in this version.\n");
+}
+
+TEST_F(RunDriverTest, PruningTestModeIsRefused) {
+  EXPECT_EQ(Run({"testpruningmode"}), 1);
+  EXPECT_EQ(streams.Errors(), "The pruning test mode is not available in this version.\n");
+}
+
+TEST_F(RunDriverTest, ModelThatIsNotThereEndsWithItsMessageAndTheTime) {
+  const std::string path = folder.Path("absent.xml");
+  EXPECT_EQ(Run({path, "maxcutset=3", "nonsense"}), 0);
+  EXPECT_EQ(streams.Output(), std::string(Banner) + "Program Arguments Passed: \nmaxcutset=3\n" +
+                                  "\n\nParsing file: " + path + "\n\nTime elapsed: 0s\n");
+  EXPECT_EQ(streams.Errors(), "File does not exist: " + path + "\n");
+}
+
+TEST_F(RunDriverTest, SilentRunPrintsNeitherFileNorTime) {
+  const std::string path = folder.Path("absent.xml");
+  EXPECT_EQ(Run({path, "runSilent=true"}), 0);
+  EXPECT_EQ(streams.Output(), std::string(Banner) + "Program Arguments Passed: \nrunSilent=true\n");
+  EXPECT_EQ(streams.Errors(), "File does not exist: " + path + "\n");
+}
+
+TEST_F(RunDriverTest, BrokenDocumentIsReportedWithItsPlace) {
+  const std::string path = folder.Write("broken.xml", "<Model>\n  <Name>x</Nome>\n</Model>");
+  EXPECT_EQ(Run({path}), 0);
+  EXPECT_TRUE(streams.Errors().starts_with("XML parser error: ")) << streams.Errors();
+  EXPECT_NE(streams.Errors().find(" at row: 2 column: "), std::string::npos) << streams.Errors();
+}
+
+TEST_F(RunDriverTest, TextModelIsRefused) {
+  const std::string path = folder.Write("old.vtn", "Model Name \"old\"");
+  EXPECT_EQ(Run({path}), 0);
+  EXPECT_EQ(streams.Errors(), "Text models cannot be read by this version: " + path + "\n");
+}
+
+TEST_F(RunDriverTest, ExtensionCountsAsSpelled) {
+  const std::string path = folder.Write("model.XML", SoundModel);
+  EXPECT_EQ(Run({path}), 0);
+  EXPECT_EQ(streams.Errors(), "Text models cannot be read by this version: " + path + "\n");
+}
+
+TEST_F(RunDriverTest, ModelWithoutTopEventGivesNoOutput) {
+  const std::string path = folder.Write("small.xml", SoundModel);
+  EXPECT_EQ(Run({path}), 0);
+  EXPECT_EQ(streams.Errors(), "No fault trees present: no output generated.\n");
+}
+
+TEST_F(RunDriverTest, ParsingErrorsStopTheRunAndAreListedTwice) {
+  const std::string path = folder.Write("faulty.xml", FaultyModel);
+  EXPECT_EQ(Run({path}), 0);
+  const std::string errors = streams.Errors();
+  const std::size_t end = errors.find("There were unrecoverable errors");
+  ASSERT_NE(end, std::string::npos) << errors;
+  const std::string list = errors.substr(0, end);
+  EXPECT_TRUE(list.starts_with("\nERRORS: 1\nERROR: Basic event missing is referred to")) << list;
+  EXPECT_EQ(errors, list +
+                        "There were unrecoverable errors found during parsing. at line number: "
+                        "-1\n" +
+                        list);
+}
+
+TEST_F(RunDriverTest, SilentRunGoesOnBehindParsingErrors) {
+  const std::string path = folder.Write("faulty.xml", FaultyModel);
+  EXPECT_EQ(Run({path, "runSilent=true"}), 0);
+  EXPECT_EQ(streams.Errors(), "No fault trees present: no output generated.\n");
+}
+
+TEST_F(RunDriverTest, OptimisationIsRefusedBehindTheReading) {
+  const std::string path = folder.Write("small.xml", SoundModel);
+  EXPECT_EQ(Run({path, "optimise=true"}), 0);
+  EXPECT_EQ(streams.Errors(), "Optimisation is not available in this version.\n");
+}
+
+TEST_F(RunDriverTest, RunLeavesFreshStateBehind) {
+  DiagnosticLog::Instance().AddWarning("left over");
+  EXPECT_EQ(Run({folder.Path("absent.xml"), "maxcutset=3"}), 0);
+  EXPECT_EQ(streams.Errors().find("\nWARNINGS: 1\nleft over\n"),
+            streams.Errors().size() - std::string("\nWARNINGS: 1\nleft over\n").size());
+  EXPECT_EQ(DiagnosticLog::Instance().ReportedWarnings(), 0);
+  EXPECT_EQ(Config::Instance().maxCutSetSize, 0);
+}
+
+TEST_F(RunDriverTest, LackOfMemoryEndsWithOneAndAMessage) {
+  EXPECT_EQ(WithMemoryReserve([]() -> int { throw std::bad_alloc(); }), 1);
+  EXPECT_EQ(streams.Errors(), "Vel-Tarn has exited with an out of memory exception.\n");
+}
+
+TEST_F(RunDriverTest, ResultStandsWhileMemorySuffices) {
+  EXPECT_EQ(WithMemoryReserve([] { return 7; }), 7);
+  EXPECT_EQ(streams.Errors(), "");
+}
+
+}  // namespace
+}  // namespace FTS

@@ -1,0 +1,106 @@
+#include <string>
+
+#include "app/Config.h"
+#include "app/RunPhases.h"
+#include "model/Model.h"
+#include "model/VtnException.h"
+#include "support/CapturedStreams.h"
+#include "support/ProcessStateTest.h"
+
+namespace FTS {
+namespace {
+
+/// A model that does nothing but write down what it is asked for.
+class RecordingModel : public Model {
+ public:
+  explicit RecordingModel(int initTrees)
+      : Model(0, "recording.xml", "recording", "", 1.0f, 1.0), trees(initTrees) {}
+
+  void Synthesise() override { calls += "Synthesise "; }
+  void Analyse(bool useBDDs) override { calls += useBDDs ? "Analyse(BDD) " : "Analyse "; }
+  void BuildFMEA() override { calls += "BuildFMEA "; }
+  void OutputResults() override { calls += "OutputResults "; }
+  int GetFaultTreeCount() const override { return trees; }
+
+  std::string calls;
+
+ private:
+  int trees;
+};
+
+class RunPhasesTest : public ProcessStateTest {
+ protected:
+  CapturedStreams streams;
+};
+
+TEST_F(RunPhasesTest, PhasesFollowOneAnother) {
+  RecordingModel model(1);
+  RunNormalPhases(model);
+  EXPECT_EQ(model.calls, "Synthesise Analyse BuildFMEA OutputResults ");
+  EXPECT_EQ(streams.Errors(), "");
+}
+
+TEST_F(RunPhasesTest, AnalysisIsToldOfDecisionDiagrams) {
+  Config::Instance().useBDDs = true;
+  RecordingModel model(2);
+  RunNormalPhases(model);
+  EXPECT_EQ(model.calls, "Synthesise Analyse(BDD) BuildFMEA OutputResults ");
+}
+
+TEST_F(RunPhasesTest, EffectsAreBuiltWithoutAnAnalysis) {
+  Config::Instance().skipAnalysis = true;
+  RecordingModel model(1);
+  RunNormalPhases(model);
+  EXPECT_EQ(model.calls, "Synthesise BuildFMEA OutputResults ");
+}
+
+TEST_F(RunPhasesTest, NothingIsWrittenWithoutAFaultTree) {
+  RecordingModel model(0);
+  RunNormalPhases(model);
+  EXPECT_EQ(model.calls, "Synthesise Analyse BuildFMEA ");
+  EXPECT_EQ(streams.Errors(), "No fault trees present: no output generated.\n");
+}
+
+TEST_F(RunPhasesTest, DecompositionWithoutAFaultTreeIsNotAskedFor) {
+  Config::Instance().decomposeSILs = true;
+  Config::Instance().decomposeDALs = true;
+  RecordingModel model(0);
+  EXPECT_NO_THROW(RunNormalPhases(model));
+}
+
+std::string MessageOf(RecordingModel& model) {
+  try {
+    RunNormalPhases(model);
+  } catch (const VtnException& exception) {
+    return exception.GetMessage();
+  }
+  return "no exception";
+}
+
+TEST_F(RunPhasesTest, SilDecompositionIsRefusedBehindTheOutput) {
+  Config::Instance().decomposeSILs = true;
+  Config::Instance().decomposeDALs = true;
+  RecordingModel model(1);
+  EXPECT_EQ(MessageOf(model), "The SIL decomposition tool is not launched by this version.");
+  EXPECT_EQ(model.calls, "Synthesise Analyse BuildFMEA OutputResults ");
+}
+
+TEST_F(RunPhasesTest, DalDecompositionIsRefusedBehindTheOutput) {
+  Config::Instance().decomposeDALs = true;
+  RecordingModel model(1);
+  EXPECT_EQ(MessageOf(model), "The DAL decomposition tool is not launched by this version.");
+}
+
+TEST_F(RunPhasesTest, OptimisationIsRefused) {
+  RecordingModel model(1);
+  try {
+    RunOptimisation(model, RunOptions());
+    FAIL() << "No exception";
+  } catch (const VtnException& exception) {
+    EXPECT_EQ(exception.GetMessage(), "Optimisation is not available in this version.");
+  }
+  EXPECT_EQ(model.calls, "");
+}
+
+}  // namespace
+}  // namespace FTS
