@@ -134,6 +134,13 @@ TEST_F(RunDriverTest, SilentRunGoesOnBehindParsingErrors) {
   EXPECT_EQ(streams.Errors(), "No fault trees present: no output generated.\n");
 }
 
+TEST_F(RunDriverTest, WarningsLeaveTheStatusAlone) {
+  const std::string path = folder.Write("small.xml", SoundModel);
+  DiagnosticLog::Instance().AddWarning("odd");
+  EXPECT_EQ(Run({path}), 0);
+  EXPECT_EQ(streams.Errors(), "No fault trees present: no output generated.\n\nWARNINGS: 1\nodd\n");
+}
+
 TEST_F(RunDriverTest, OptimisationIsRefusedBehindTheReading) {
   const std::string path = folder.Write("small.xml", SoundModel);
   EXPECT_EQ(Run({path, "optimise=true"}), 0);
