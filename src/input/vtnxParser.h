@@ -12,6 +12,7 @@ namespace FTS {
 
 /// Reads models in the program's main format: an XML document, alone in a file or as the one entry
 /// of an archive. Serves one `Parse`; the document is freed with the parser.
+// NOLINTNEXTLINE(readability-identifier-naming): called as its file format is.
 class vtnxParser : public Parser {
  public:
   /// Opens the file and loads its document. A file ".xml" is the document; any other is an archive,
