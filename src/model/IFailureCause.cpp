@@ -25,25 +25,26 @@ IFailureCause::~IFailureCause() = default;
 
 void IFailureCause::AddCause(std::unique_ptr<Cause> cause, Model* model) {
   if (!expression) expression = std::make_shared<OrGate>(GetCauseName(), model);
-  if (cause->expression) MergeExpression(*cause->expression, model);
+  if (cause->expression) MergeExpression(cause->expression, model);
   causes.push_back(std::move(cause));
 }
 
-void IFailureCause::MergeExpression(FaultTreeNode& logic, Model* model) {
-  const FaultTreeNode::Pointer added = CloneTemplate(logic, model, CloneMode::KeepIdentity);
+// The cause and the expression share nodes: neither is ever changed, and in a large model the
+// copies would take more memory than the components. Only a gate that takes in what stood before
+// is one of our own.
+void IFailureCause::MergeExpression(const FaultTreeNode::Pointer& logic, Model* model) {
   const bool intoOr = expression->type == NodeType::Or;
-  const bool fromOr = added->type == NodeType::Or;
+  const bool fromOr = logic->type == NodeType::Or;
   if (intoOr && fromOr) {
-    for (int i = 0; i < added->GetChildCount(); ++i) expression->AddChild(added->GetChild(i));
+    for (int i = 0; i < logic->GetChildCount(); ++i) expression->AddChild(logic->GetChild(i));
   } else if (intoOr) {
-    expression->AddChild(added);
-  } else if (fromOr) {
-    added->AddChild(expression);
-    expression = added;
+    expression->AddChild(logic);
   } else {
-    const auto either = std::make_shared<OrGate>("", model);
-    either->AddChild(expression);
-    either->AddChild(added);
+    const auto either = fromOr ? CloneTemplate(*logic, model, CloneMode::KeepIdentity)
+                               : std::make_shared<OrGate>("", model);
+    const FaultTreeNode::Pointer& last = fromOr ? expression : logic;
+    if (!fromOr) either->AddChild(expression);
+    either->AddChild(last);
     expression = either;
   }
 }

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "faulttree/FaultTreeNode.h"
+#include "faulttree/Forward.h"
 #include "model/Forward.h"
 #include "model/IPrintable.h"
 #include "model/IVisitable.h"
@@ -48,8 +48,8 @@ class IFailureCause {
   explicit IFailureCause(Kind initKind) : kind(initKind) {}
 
  private:
-  /// Joins a clone of the logic to the expression, which stands, in one flat OR where possible.
-  void MergeExpression(FaultTreeNode& logic, Model* model);
+  /// Joins the logic to the expression, which is not null, in one flat OR where possible.
+  void MergeExpression(const std::shared_ptr<FaultTreeNode>& logic, Model* model);
 };
 
 }  // namespace FTS

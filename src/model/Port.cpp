@@ -61,9 +61,9 @@ void TakeStates(MapByState& states, std::vector<FaultTreeNode::Pointer>& nodes) 
 Port::Port(const std::string& initName, const std::shared_ptr<Component>& initOwner,
            Model* initModel)
     : owner(initOwner),
-      fullName(initOwner->GetFullNameText(), initName),
       model(initModel),
-      fullNameText(fullName.ToString()) {}
+      localName(initName),
+      fullNameText(initOwner->GetFullNameText() + "." + initName) {}
 
 Port::~Port() = default;
 
@@ -84,13 +84,17 @@ void Port::Print(std::ostream& stream, int indent) const {
 Port::NodePointer Port::GetExternalExpression(const std::string& failureClass,
                                               const std::string& state) {
   if (const NodePointer* held = Find(externalExpressions, state, failureClass)) return *held;
-  return Instantiate(externalExpressions, GetExternalTemplate(failureClass), failureClass, state);
+  return Instantiate(externalExpressions,
+                     FindTemplate(externalTemplates, externalEnds, failureClass), failureClass,
+                     state);
 }
 
 Port::NodePointer Port::GetInternalExpression(const std::string& failureClass,
                                               const std::string& state) {
   if (const NodePointer* held = Find(internalExpressions, state, failureClass)) return *held;
-  return Instantiate(internalExpressions, GetInternalTemplate(failureClass), failureClass, state);
+  return Instantiate(internalExpressions,
+                     FindTemplate(internalTemplates, internalEnds, failureClass), failureClass,
+                     state);
 }
 
 Port::NodePointer Port::Instantiate(std::map<std::string, ByClass>& instances,
@@ -120,23 +124,30 @@ std::shared_ptr<OutputDeviation> Port::GetOutputDeviation(const std::string& fai
 }
 
 Port::NodePointer Port::GetExternalTemplate(const std::string& failureClass) {
-  return FindTemplate(externalTemplates, externalEnds, failureClass);
+  return KeepTemplate(externalTemplates, externalEnds, failureClass);
 }
 
 Port::NodePointer Port::GetInternalTemplate(const std::string& failureClass) {
-  return FindTemplate(internalTemplates, internalEnds, failureClass);
+  return KeepTemplate(internalTemplates, internalEnds, failureClass);
+}
+
+Port::NodePointer Port::KeepTemplate(ByClass& templates, const std::vector<LineEnd>& ends,
+                                     const std::string& failureClass) {
+  NodePointer found = FindTemplate(templates, ends, failureClass);
+  if (found && templates.emplace(failureClass, found).second) expressionRoots.push_back(found);
+  return found;
 }
 
 // Most models have more failure classes than most lines carry, so a template is built when the
-// walk from a top event arrives, not for each class that might.
+// walk from a top event arrives, not for each class that might. And as most ports are reached in
+// one state only, one that was built to be instantiated is not kept.
 Port::NodePointer Port::FindTemplate(ByClass& templates, const std::vector<LineEnd>& ends,
                                      const std::string& failureClass) {
   if (ends.empty()) return nullptr;
   const auto known = templates.find(failureClass);
   if (known != templates.end()) return known->second;
   NodePointer built = BuildTemplate(ends, failureClass);
-  if (built) expressionRoots.push_back(built);
-  templates.emplace(failureClass, built);
+  if (!built) templates.emplace(failureClass, nullptr);
   return built;
 }
 

@@ -8,7 +8,6 @@
 
 #include "faulttree/Forward.h"
 #include "model/Forward.h"
-#include "model/HierarchicalName.h"
 #include "model/IPrintable.h"
 #include "model/IVisitable.h"
 
@@ -28,7 +27,7 @@ class Port : public IPrintable, public IVisitable, public std::enable_shared_fro
   void Print(std::ostream& stream, int indent) const override;
 
   const std::string& GetFullNameText() const { return fullNameText; }
-  const std::string& GetLocalName() const { return fullName.Name(); }
+  const std::string& GetLocalName() const { return localName; }
   std::shared_ptr<Component> GetOwner() const { return owner.lock(); }
 
   /// The logic of the lines outside the component for the class, instantiated for the state on
@@ -70,9 +69,8 @@ class Port : public IPrintable, public IVisitable, public std::enable_shared_fro
   std::weak_ptr<Component> owner;
   std::map<std::string, ByClass> externalExpressions;  ///< Instances, by state.
   std::map<std::string, ByClass> internalExpressions;
-  ByClass externalTemplates;  ///< Those asked for so far; null for a class without a line.
+  ByClass externalTemplates;  ///< Those asked for by themselves; null for a class without a line.
   ByClass internalTemplates;
-  HierarchicalName fullName;
   std::map<std::string, std::map<std::string, std::shared_ptr<OutputDeviation>>> outputDeviations;
   std::map<std::string, std::shared_ptr<OutputDeviationProxy>> outputProxies;
   std::map<std::string, std::map<std::string, std::shared_ptr<InputDeviationProxy>>> inputProxies;
@@ -89,10 +87,13 @@ class Port : public IPrintable, public IVisitable, public std::enable_shared_fro
 
   NodePointer FindTemplate(ByClass& templates, const std::vector<LineEnd>& ends,
                            const std::string& failureClass);
+  NodePointer KeepTemplate(ByClass& templates, const std::vector<LineEnd>& ends,
+                           const std::string& failureClass);
   NodePointer BuildTemplate(const std::vector<LineEnd>& ends, const std::string& failureClass);
   NodePointer Instantiate(std::map<std::string, ByClass>& instances, const NodePointer& source,
                           const std::string& failureClass, const std::string& state);
 
+  std::string localName;
   std::string fullNameText;
   std::vector<LineEnd> externalEnds;  // In the order of lines and keys.
   std::vector<LineEnd> internalEnds;

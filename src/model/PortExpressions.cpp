@@ -29,6 +29,10 @@ namespace {
 
 using Pointer = FaultTreeNode::Pointer;
 
+// Up to here a line's lists of ports are made anew each time: nearly all lines are that short, and
+// their lists would fill the memory.
+constexpr std::size_t FewEnds = 8;
+
 bool IsReference(const FaultTreeNode& node) {
   return node.type == NodeType::OutputDeviation && node.IsProxy() &&
          static_cast<const OutputDeviationProxy&>(node).reference;
@@ -259,6 +263,7 @@ std::shared_ptr<FaultTreeNode> Line::MakePortExpression(std::size_t connection,
   const Pointer expression = CloneTemplate(*end.expression, model, CloneMode::KeepIdentity);
   PortExpression work(*this, *ends, *end.port, failureClass);
   const Pointer root = work.Finish(expression);
+  if (ends->All().size() <= FewEnds) ends->ForgetLists();
   // A root that is a reference is shared by others, and its name leads to the port it stands for.
   const bool shared = root != expression || IsReference(*root);
   if (!shared && root->name != Placeholder::OutputPort) {

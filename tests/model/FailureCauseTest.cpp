@@ -70,6 +70,13 @@ TEST_F(FailureCauseTest, LogicOfACauseIsNotChangedByWhatIsAdded) {
   EXPECT_EQ(ShapeOf(hazard.causes[0]->expression), "OR(A, B)");
 }
 
+TEST_F(FailureCauseTest, OrOfACauseIsNotChangedByWhatStoodBefore) {
+  Hazard hazard("Loss", model.get());
+  hazard.expression = builder.Tree("AND(A, B)");
+  AddCause(hazard, "OR(C, D)");
+  EXPECT_EQ(ShapeOf(hazard.causes[0]->expression), "OR(C, D)");
+}
+
 TEST_F(FailureCauseTest, CausePrintsItsProbability) {
   std::ostringstream text;
   Cause("wear", model.get(), 0.25, nullptr).Print(text, 2);
