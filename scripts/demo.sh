@@ -12,6 +12,7 @@ cmake --build --preset release --target vtn
 
 echo
 echo "\$ build/release/bin/vtn $model outputtype=XML,RESULTS"
+rm -rf "$output"/brake-by-wire-FMEAOutput "$output"/brake-by-wire-Results
 console=$(build/release/bin/vtn "$model" outputtype=XML,RESULTS)
 
 # The console tells of each tree its figures first, then its name and its cut sets by order.
