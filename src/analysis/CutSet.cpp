@@ -35,6 +35,38 @@ std::uint64_t DigestOf(std::uint32_t eventNumber) {
          (std::uint64_t{1} << ((place * Scatter) >> ShiftToDigestBits));
 }
 
+// Up to this size the plain sum is faster than one that remembers partial products.
+constexpr std::size_t FewMembers = 16;
+
+/// The sum over the members of frequency times the unavailabilities of the others.
+double SumFrequencies(const Members& members) {
+  double sum = 0.0;
+  for (const BasicEvent* member : members) {
+    double term = member->GetFrequency();
+    for (const BasicEvent* other : members) {
+      if (other != member) term *= other->GetUnavailability();
+    }
+    sum += term;
+  }
+  return sum;
+}
+
+/// The same in two sweeps: the product over the others is that of the members before times that of
+/// the members behind.
+double SweepFrequencies(const Members& members) {
+  std::vector<double> behind(members.size() + 1, 1.0);
+  for (std::size_t i = members.size(); i > 0; --i) {
+    behind[i - 1] = behind[i] * members[i - 1]->GetUnavailability();
+  }
+  double sum = 0.0;
+  double before = 1.0;
+  for (std::size_t i = 0; i < members.size(); ++i) {
+    sum += members[i]->GetFrequency() * (before * behind[i + 1]);
+    before *= members[i]->GetUnavailability();
+  }
+  return sum;
+}
+
 bool IsNormal(const BasicEvent& event) {
   if (event.type == NodeType::Normal) return true;
   if (event.type != NodeType::Module) return false;
@@ -169,18 +201,7 @@ double CutSet::ComputeUnavailability() {
 }
 
 double CutSet::ComputeFrequency() {
-  // The product over the others is that of the members before times that of the members behind, so
-  // that the sum stays linear.
-  std::vector<double> behind(events.size() + 1, 1.0);
-  for (std::size_t i = events.size(); i > 0; --i) {
-    behind[i - 1] = behind[i] * events[i - 1]->GetUnavailability();
-  }
-  frequency = 0.0;
-  double before = 1.0;
-  for (std::size_t i = 0; i < events.size(); ++i) {
-    frequency += events[i]->GetFrequency() * (before * behind[i + 1]);
-    before *= events[i]->GetUnavailability();
-  }
+  frequency = events.size() <= FewMembers ? SumFrequencies(events) : SweepFrequencies(events);
   return frequency;
 }
 

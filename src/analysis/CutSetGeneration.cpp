@@ -79,6 +79,7 @@ void CutSetWalk::GenerateGate(FaultTreeGate& gate) {
       Generate(*child);
       if (!TakeInput(gate, *child)) break;
     }
+    gate.primeIndex.reset();  // Searched only while cut sets arrive.
   }
   gate.FillModuleEvent();
 }
@@ -87,7 +88,7 @@ void CutSetWalk::GenerateGate(FaultTreeGate& gate) {
 // pass without an attempt as the attempts so far were dear, or a deep graph would be looked at from
 // each of its gates.
 bool CutSetWalk::TryFamilies(FaultTreeGate& gate) {
-  constexpr std::size_t VisitsPerGate = 64;
+  constexpr std::size_t VisitsPerGate = 16;
   if (gatesMet++ * VisitsPerGate < wastedVisits) return false;
   const FamilyAttempt attempt = GenerateThroughFamilies(gate);
   if (!attempt.done) wastedVisits += attempt.nodesMet;

@@ -1,10 +1,9 @@
 // Cut sets of a whole graph as families: one walk that scouts the events and gives them their place
 // in the diagrams, one that combines the families of the children at each gate.
 // Assumes an acyclic graph. Changes nothing below but the cut sets of events and modules, which are
-// generated on the way, and of the gate itself. Each node is met once per walk; the walks remember
-// the nodes in tables of their own, because modules are generated within them. Children in order:
-// events that are near each other in the tree are near each other in the diagrams, which keeps
-// these small.
+// generated in between, and of the gate itself. Each node is met once per walk: the first uses
+// `OnceMarks`, the second remembers each node's family. Children in order: events that are near
+// each other in the tree are near each other in the diagrams, which keeps these small.
 
 #include "analysis/FamilyGeneration.h"
 
@@ -13,7 +12,6 @@
 #include <cmath>
 #include <memory>
 #include <unordered_map>
-#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -23,13 +21,13 @@
 #include "app/Config.h"
 #include "faulttree/BasicEvent.h"
 #include "faulttree/FaultTreeGate.h"
+#include "faulttree/Marks.h"
 #include "faulttree/ProxyNode.h"
 
 namespace FTS {
 namespace {
 
 using Family = CutSetFamilies::Family;
-using KeyedCutSet = std::pair<double, std::unique_ptr<CutSet>>;
 
 /// The events that can be members of the cut sets, each with its variable.
 class EventTable {
@@ -40,27 +38,54 @@ class EventTable {
   /// Orders the events by prime, when all are in. False when primes don't tell them apart.
   bool Rank();
 
-  int VariableOf(const BasicEvent& event) const { return variables.at(&event); }
+  int VariableOf(const BasicEvent& event) const { return variables[BitOf(event)]; }
   /// What each variable adds to the order of a cut set.
   std::vector<int> Weights() const;
-  /// The cut set of these variables.
-  std::unique_ptr<CutSet> MakeCutSet(const std::vector<int>& members);
+  /// The place of the variable's event among all, by prime; and the event of that place.
+  int RankOf(int variable) const { return ranks[static_cast<std::size_t>(variable)]; }
+  BasicEvent& EventOfRank(int rank) const { return *ascending[static_cast<std::size_t>(rank)]; }
 
  private:
-  std::vector<BasicEvent*> events;  // By variable.
-  std::unordered_map<const BasicEvent*, int> variables;
+  static std::size_t BitOf(const BasicEvent& event) {
+    return event.eventNumber % CutSet::SignatureBits;
+  }
+
   std::array<const BasicEvent*, CutSet::SignatureBits> owners{};  // By signature bit.
+  std::array<int, CutSet::SignatureBits> variables{};             // By signature bit.
+  std::vector<BasicEvent*> events;                                // By variable.
   std::vector<BasicEvent*> ascending;                             // By prime.
   std::vector<int> ranks;                                         // In `ascending`, by variable.
-  std::vector<int> sorted;
+};
+
+/// Cut sets in the least space, until all are known and can be made in the order of their keys:
+/// whatever walks over them later then meets them in memory one after another.
+class CutSetDraft {
+ public:
+  explicit CutSetDraft(const EventTable& initTable) : table(initTable) {}
+
+  /// Adds the cut set of these variables. False when its key overflows.
+  bool Add(const std::vector<int>& variables);
+  /// Makes the cut sets. Of several with one key the first stands, as in any gate.
+  void MakeCutSets(FaultTreeGate& gate);
+
+ private:
+  struct Entry {
+    double key;
+    std::size_t start;  // Of the members in `members`.
+    std::size_t end;
+  };
+
+  const EventTable& table;
+  std::vector<int> members;  // Ranks of events, ascending in each cut set.
+  std::vector<Entry> entries;
 };
 
 bool EventTable::Enter(BasicEvent& event) {
-  const BasicEvent*& bitOwner = owners[event.eventNumber % CutSet::SignatureBits];
-  if (bitOwner == &event) return true;
-  if (bitOwner) return false;
-  bitOwner = &event;
-  variables.emplace(&event, static_cast<int>(events.size()));
+  const std::size_t bit = BitOf(event);
+  if (owners[bit] == &event) return true;
+  if (owners[bit]) return false;
+  owners[bit] = &event;
+  variables[bit] = static_cast<int>(events.size());
   events.push_back(&event);
   return true;
 }
@@ -100,14 +125,29 @@ std::vector<int> EventTable::Weights() const {
   return weights;
 }
 
-std::unique_ptr<CutSet> EventTable::MakeCutSet(const std::vector<int>& members) {
-  sorted.clear();
-  for (const int variable : members) sorted.push_back(ranks[static_cast<std::size_t>(variable)]);
-  std::sort(sorted.begin(), sorted.end());
-  auto cutSet = std::make_unique<CutSet>();
-  cutSet->events.reserve(sorted.size());
-  for (const int rank : sorted) cutSet->AddEvent(*ascending[static_cast<std::size_t>(rank)]);
-  return cutSet;
+bool CutSetDraft::Add(const std::vector<int>& variables) {
+  const std::size_t start = members.size();
+  for (const int variable : variables) members.push_back(table.RankOf(variable));
+  std::sort(members.begin() + static_cast<std::ptrdiff_t>(start), members.end());
+  double key = 1.0;
+  for (std::size_t i = start; i < members.size(); ++i) key *= table.EventOfRank(members[i]).prime;
+  entries.push_back({key, start, members.size()});
+  return std::isfinite(key);
+}
+
+void CutSetDraft::MakeCutSets(FaultTreeGate& gate) {
+  std::stable_sort(entries.begin(), entries.end(),
+                   [](const Entry& a, const Entry& b) { return a.key < b.key; });
+  for (const Entry& entry : entries) {
+    const auto place = gate.cutSets.try_emplace(gate.cutSets.end(), entry.key);
+    if (place->second) continue;
+    place->second = std::make_unique<CutSet>();
+    CutSet& cutSet = *place->second;
+    cutSet.events.reserve(entry.end - entry.start);
+    for (std::size_t i = entry.start; i < entry.end; ++i) {
+      cutSet.AddEvent(table.EventOfRank(members[i]));
+    }
+  }
 }
 
 class FamilyWalk {
@@ -116,7 +156,7 @@ class FamilyWalk {
 
   /// Finds the events. False when the graph is not fit for families.
   bool Scout() { return ScoutBelow(top) && table.Rank(); }
-  std::size_t NodesMet() const { return scouted.size(); }
+  std::size_t NodesMet() const { return nodesMet; }
   /// Gives the gate its cut sets. False, and nothing has changed, when their keys overflow.
   bool Generate();
 
@@ -137,18 +177,20 @@ class FamilyWalk {
   Outcome CombineProxy(FaultTreeNode& proxy);
   Outcome ReadCutSets(const FaultTreeNode& node);
   void Multiply(Outcome& product, const Outcome& factor, bool module);
-  bool MakeCutSets(Family family, std::vector<KeyedCutSet>& made);
 
   FaultTreeGate& top;
   EventTable table;
-  std::unordered_set<const FaultTreeNode*> scouted;
+  OnceMarks scouted;
+  std::size_t nodesMet = 0;
+  std::vector<FaultTreeNode*> modules;
   std::unordered_map<const FaultTreeNode*, Outcome> outcomes;
   std::unique_ptr<CutSetFamilies> families;
   std::vector<IgnoredInput> ignored;
 };
 
 bool FamilyWalk::ScoutBelow(FaultTreeNode& node) {
-  if (!scouted.insert(&node).second) return true;
+  if (!scouted.Enter(node)) return true;
+  ++nodesMet;
   if (node.IsEvent()) node.GenerateCutSets();
   if (node.cutSetsDone) return table.EnterMembers(node);
   for (int i = 0; i < node.GetChildCount(); ++i) {
@@ -159,20 +201,24 @@ bool FamilyWalk::ScoutBelow(FaultTreeNode& node) {
 
 bool FamilyWalk::ScoutInput(FaultTreeNode& node) {
   if (!node.isModule) return ScoutBelow(node);
-  node.GenerateCutSets();
+  modules.push_back(&node);
   return !node.moduleEvent || table.Enter(*node.moduleEvent);
 }
 
 bool FamilyWalk::Generate() {
+  for (FaultTreeNode* module : modules) module->GenerateCutSets();
   const int limit = Config::Instance().maxCutSetSize;
   families = std::make_unique<CutSetFamilies>(table.Weights(),
                                               limit == 0 ? CutSetFamilies::NoLimit : limit);
   const Outcome outcome = Combine(top);
-  std::vector<KeyedCutSet> made;
-  if (!MakeCutSets(outcome.family, made)) return false;
-  for (auto& [key, cutSet] : made) {
-    top.cutSets.emplace_hint(top.cutSets.end(), key, std::move(cutSet));
-  }
+  CutSetDraft draft(table);
+  bool inRange = true;
+  families->ForEachSet(outcome.family, [&](const std::vector<int>& members) {
+    inRange = draft.Add(members);
+    return inRange;
+  });
+  if (!inRange) return false;
+  draft.MakeCutSets(top);
   top.truncated = outcome.truncated;
   top.maxOrder = families->HighestOrder(outcome.family);
   for (const IgnoredInput& pair : ignored) pair.gate->ReportIgnoredInput(*pair.input);
@@ -249,20 +295,6 @@ FamilyWalk::Outcome FamilyWalk::ReadCutSets(const FaultTreeNode& node) {
     parts.push_back(families->SetOf(members));
   }
   return {families->Union(std::move(parts)), node.truncated};
-}
-
-bool FamilyWalk::MakeCutSets(Family family, std::vector<KeyedCutSet>& made) {
-  bool inRange = true;
-  families->ForEachSet(family, [&](const std::vector<int>& members) {
-    auto cutSet = table.MakeCutSet(members);
-    inRange = std::isfinite(cutSet->prime);
-    const double key = cutSet->prime;
-    made.push_back({key, std::move(cutSet)});
-    return inRange;
-  });
-  std::stable_sort(made.begin(), made.end(),
-                   [](const KeyedCutSet& a, const KeyedCutSet& b) { return a.first < b.first; });
-  return inRange;
 }
 
 }  // namespace

@@ -18,6 +18,8 @@ class FaultTree : public IVisitable,
                   public IPrintable,
                   public std::enable_shared_from_this<FaultTree> {
  public:
+  using CutSetMap = std::map<double, std::unique_ptr<CutSet>>;
+
   /// The root may be null: a tree without root has no cut sets.
   explicit FaultTree(std::shared_ptr<FaultTreeNode> initRoot);
   ~FaultTree() override;
@@ -42,6 +44,8 @@ class FaultTree : public IVisitable,
   /// set that the stored ones make redundant is dropped, and stored ones that it makes redundant
   /// go.
   void AddCutSet(std::unique_ptr<CutSet> cutSet, bool check);
+  /// True when a stored cut set makes the candidate redundant. Stored ones that the candidate makes
+  /// redundant are removed.
   bool IsSubsumed(const CutSet& candidate);
   /// Takes a stored cut set out of index and map and destroys it.
   void RemoveCutSet(CutSet& cutSet);
@@ -66,8 +70,8 @@ class FaultTree : public IVisitable,
   /// Enters this tree as the effect of each event of its cut sets.
   void AddToFMEA(FMEA& fmea);
 
-  std::map<double, std::unique_ptr<CutSet>> cutSets;  ///< The result, by prime product; owned.
-  std::unique_ptr<CutSetIndex> primeIndex;            ///< Finds `cutSets` by event; never null.
+  CutSetMap cutSets;                        ///< The result, by prime product; owned.
+  std::unique_ptr<CutSetIndex> primeIndex;  ///< Finds `cutSets` by event; never null.
   std::string label;
   std::weak_ptr<Hazard> source;                      ///< The hazard it was synthesised for, if any.
   std::shared_ptr<OutputDeviation> sourceDeviation;  ///< The system output, if it was that.
@@ -83,6 +87,9 @@ class FaultTree : public IVisitable,
   std::shared_ptr<FaultTreeNode> root;
   double unavailability = 0.0;
   double frequency = 0.0;
+
+ private:
+  void Store(CutSetMap::node_type entry);
 };
 
 }  // namespace FTS

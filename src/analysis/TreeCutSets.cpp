@@ -20,29 +20,40 @@ void FaultTree::CollectCutSets() {
   FaultTreeNode* const top = GetTopGate();
   if (!top) return;
   const Config& config = Config::Instance();
-  for (auto& [key, cutSet] : top->cutSets) {
-    const int order = cutSet->GetOrder();
+  while (!top->cutSets.empty()) {
+    auto entry = top->cutSets.extract(top->cutSets.begin());
+    CutSet& cutSet = *entry.mapped();
+    const int order = cutSet.GetOrder();
     const bool kept = config.maxCutSetSize == 0 || order <= config.maxCutSetSize;
-    if (kept && config.mutualExclusion && cutSet->HasSharedOwner()) {
-      cutSet->WarnOfExclusion();
+    if (kept && config.mutualExclusion && cutSet.HasSharedOwner()) {
+      cutSet.WarnOfExclusion();
       continue;
     }
     maxOrder = std::max(maxOrder, order);
     if (!kept) continue;
-    cutSet->RestorePrime();
-    AddCutSet(std::move(cutSet), false);
+    cutSet.RestorePrime();
+    entry.key() = cutSet.prime;
+    Store(std::move(entry));
   }
   top->ResetCutSets();
 }
 
 void FaultTree::AddCutSet(std::unique_ptr<CutSet> cutSet, bool check) {
   if (check && IsSubsumed(*cutSet)) return;
-  // Most arrive in the order of their keys.
+  CutSetMap single;
   const double key = cutSet->prime;
-  const auto entry = cutSets.try_emplace(cutSets.end(), key);
-  if (entry->second) primeIndex->RemoveAndPrune(*entry->second);
-  entry->second = std::move(cutSet);
-  primeIndex->Add(*entry->second);
+  single.emplace(key, std::move(cutSet));
+  Store(single.extract(single.begin()));
+}
+
+// Entries are moved as they are: there may be millions, and most arrive in the order of their keys.
+void FaultTree::Store(CutSetMap::node_type entry) {
+  const auto place = cutSets.insert(cutSets.end(), std::move(entry));
+  if (!entry.empty()) {
+    primeIndex->RemoveAndPrune(*place->second);
+    place->second = std::move(entry.mapped());
+  }
+  primeIndex->Add(*place->second);
 }
 
 bool FaultTree::IsSubsumed(const CutSet& candidate) {
