@@ -8,8 +8,8 @@
 #include <cmath>
 #include <cstdint>
 #include <limits>
-#include <set>
-#include <utility>
+#include <unordered_map>
+#include <unordered_set>
 
 #include "app/DiagnosticLog.h"
 #include "faulttree/BasicEvent.h"
@@ -219,7 +219,7 @@ class CoverageWalk {
   explicit CoverageWalk(const Hazard& initHazard) : hazard(initHazard.name) {}
 
   void Visit(FaultTreeNode& node, const Mechanism& mechanism) {
-    if (met.emplace(&node, mechanism.get()).second) node.TakeCoverage(*this, mechanism);
+    if (met[mechanism.get()].insert(&node).second) node.TakeCoverage(*this, mechanism);
   }
 
   void VisitChildren(FaultTreeNode& node, const Mechanism& mechanism) {
@@ -230,8 +230,8 @@ class CoverageWalk {
 
  private:
   const std::string hazard;
-  // Membership only, so that the order of pointers reaches no result.
-  std::set<std::pair<const FaultTreeNode*, const InputDeviationProxy*>> met;
+  // The nodes met, by mechanism. Looked up only, never walked.
+  std::unordered_map<const InputDeviationProxy*, std::unordered_set<const FaultTreeNode*>> met;
 };
 
 void FaultTreeNode::ApplyDiagnosticCoverage(const Hazard& hazard,

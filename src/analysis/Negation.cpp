@@ -6,7 +6,8 @@
 // their order. A shared node is met once per polarity, and what it is replaced by is shared in its
 // turn.
 
-#include <map>
+#include <array>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -23,11 +24,11 @@ class NegationWalk {
 
   /// The replacement of the node in that polarity, null when it stays as it is.
   Pointer ReplacementOf(FaultTreeNode& node, bool negate) {
-    const Key key(&node, negate);
-    const auto known = replacements.find(key);
-    if (known != replacements.end()) return known->second;
+    auto& known = replacements[negate ? 1 : 0];
+    const auto found = known.find(&node);
+    if (found != known.end()) return found->second;
     Pointer result = node.DualiseWithin(*this, negate);
-    return replacements.emplace(key, std::move(result)).first->second;
+    return known.emplace(&node, std::move(result)).first->second;
   }
 
   /// The node that stands in that polarity where `node` stood.
@@ -46,9 +47,8 @@ class NegationWalk {
   }
 
  private:
-  using Key = std::pair<const FaultTreeNode*, bool>;
-
-  std::map<Key, Pointer> replacements;  // Looked up only, never walked.
+  // By polarity. Looked up only, never walked.
+  std::array<std::unordered_map<const FaultTreeNode*, Pointer>, 2> replacements;
   std::vector<std::pair<ChildrenList*, std::vector<Pointer>>> pending;
 };
 
