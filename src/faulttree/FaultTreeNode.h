@@ -26,7 +26,7 @@ inline constexpr const char* ContractedState = "contracted";
 /// are one object wherever they occur: modes `KeepIdentity` and `NewNodes` return the event itself
 /// then, and make a new object, with its id, prime, event number and figures carried over, only for
 /// another model.
-enum class CloneMode {
+enum class CloneMode : int {
   KeepIdentity = 0,  ///< Gates and proxies keep their id.
   NewIdentity = 1,   ///< Everything takes a new id, events a new prime and event number too.
   NewNodes = 2       ///< Gates and proxies take a new id; events stay what they are.

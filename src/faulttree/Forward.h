@@ -32,5 +32,6 @@ class ProxyNode;
 class SandGate;
 class StateProxy;
 class XorGate;
+enum class CloneMode : int;
 
 }  // namespace FTS

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "app/DiagnosticLog.h"
+#include "faulttree/FaultTreeNode.h"
 #include "input/ExpressionReader.h"
 #include "input/XmlElements.h"
 #include "input/vtnxParser.h"

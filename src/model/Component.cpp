@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "app/DiagnosticLog.h"
+#include "faulttree/FaultTreeNode.h"
 #include "model/Implementation.h"
 #include "model/Model.h"
 #include "model/Perspective.h"

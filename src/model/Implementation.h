@@ -5,7 +5,7 @@
 #include <ostream>
 #include <string>
 
-#include "faulttree/FaultTreeNode.h"
+#include "faulttree/Forward.h"
 #include "model/Enumerations.h"
 #include "model/Forward.h"
 #include "model/IPrintable.h"

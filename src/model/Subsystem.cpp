@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "faulttree/FaultTreeNode.h"
 #include "model/Component.h"
 #include "model/Implementation.h"
 #include "model/Line.h"

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "faulttree/FaultTreeNode.h"
+#include "faulttree/Forward.h"
 #include "model/Forward.h"
 #include "model/IPrintable.h"
 #include "model/IVisitable.h"

@@ -1,0 +1,109 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "model/NumberText.h"
+#include "support/ProcessStateTest.h"
+#include "support/ProgramRun.h"
+#include "support/TemporaryFolder.h"
+#include "support/TestPaths.h"
+
+namespace FTS {
+namespace {
+
+std::vector<std::string> Split(const std::string& text, char separator) {
+  std::vector<std::string> parts;
+  std::stringstream stream(text);
+  for (std::string part; std::getline(stream, part, separator);) parts.push_back(part);
+  return parts;
+}
+
+/// The folders of examples/ that hold a model and what is to be expected of it.
+std::vector<std::string> ExampleNames() {
+  std::vector<std::string> names;
+  for (const auto& entry : std::filesystem::directory_iterator(ExamplesFolder())) {
+    if (std::filesystem::exists(entry.path() / "expected.csv")) {
+      names.push_back(entry.path().filename().string());
+    }
+  }
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+/// The figures that were worked out for an example without the program.
+std::map<std::string, ReportedTree> ReadExpected(const std::string& path) {
+  std::map<std::string, ReportedTree> trees;
+  std::ifstream file(path);
+  std::string line;
+  std::getline(file, line);
+  EXPECT_EQ(line, "row,tree,unavailability,frequency,order,events");
+  while (std::getline(file, line)) {
+    const auto cells = Split(line, ',');
+    ReportedTree& tree = trees[cells.at(1)];
+    if (cells[0] == "tree") {
+      tree.unavailability = ParseDouble(cells.at(2));
+      tree.frequency = ParseDouble(cells.at(3));
+      continue;
+    }
+    auto members = Split(cells.at(5), ';');
+    std::sort(members.begin(), members.end());
+    std::string joined;
+    for (const auto& member : members) joined += (joined.empty() ? "" : ";") + member;
+    tree.cutSets.insert(joined);
+    tree.unavailabilityOf[joined] = ParseDouble(cells.at(2));
+    ++tree.countByOrder[ParseInteger(cells.at(4))];
+  }
+  return trees;
+}
+
+class ExamplesTest : public ProcessStateTest, public ::testing::WithParamInterface<std::string> {
+ protected:
+  /// Results carry six significant digits.
+  static void ExpectFigure(double actual, double expected, const std::string& what) {
+    EXPECT_NEAR(actual, expected, 1e-5 * std::abs(expected)) << what;
+  }
+};
+
+TEST_P(ExamplesTest, GivesTheFiguresWorkedOutForIt) {
+  const TemporaryFolder folder;
+  const std::string name = GetParam();
+  const std::string home = ExamplesFolder() + "/" + name + "/";
+  const auto run = RunProgramWith(
+      {home + name + ".xml", "outputdir=" + folder.Path(), "outputtype=XML,RESULTS"});
+  EXPECT_EQ(run.exitStatus, 0);
+  EXPECT_EQ(run.errors.find("ERROR"), std::string::npos) << run.errors;
+  const auto expected = ReadExpected(home + "expected.csv");
+  const auto actual = ReadResults(folder.Path(name + "-Results/Results.xml"));
+  ASSERT_FALSE(expected.empty());
+  ASSERT_EQ(actual.size(), expected.size());
+  for (const auto& [treeName, tree] : expected) {
+    ASSERT_TRUE(actual.contains(treeName)) << treeName;
+    const ReportedTree& found = actual.at(treeName);
+    EXPECT_EQ(found.cutSets, tree.cutSets) << treeName;
+    EXPECT_EQ(found.countByOrder, tree.countByOrder) << treeName;
+    ExpectFigure(found.unavailability, tree.unavailability, treeName + " unavailability");
+    ExpectFigure(found.frequency, tree.frequency, treeName + " frequency");
+    for (const auto& [cutSet, figure] : tree.unavailabilityOf) {
+      if (found.unavailabilityOf.contains(cutSet)) {
+        ExpectFigure(found.unavailabilityOf.at(cutSet), figure, treeName + " " + cutSet);
+      }
+    }
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Examples, ExamplesTest, ::testing::ValuesIn(ExampleNames()),
+                         [](const auto& example) {
+                           std::string name = example.param;
+                           std::replace(name.begin(), name.end(), '-', '_');
+                           return name;
+                         });
+
+}  // namespace
+}  // namespace FTS
