@@ -37,6 +37,7 @@ int CostOfLevel(int level) {
 
 }  // namespace
 
+// NOLINTNEXTLINE(readability-function-size): what the head of a model file says, in its order.
 Model::Model(int initMode, const std::string& path, std::string initName,
              std::string initDescription, float initVersionNumber, double initRiskTime)
     : description(std::move(initDescription)),

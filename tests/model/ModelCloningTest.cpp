@@ -342,13 +342,14 @@ class RandomModelLifeTest : public ModelLifeTest, public ::testing::WithParamInt
 
 class RandomArchitecture {
  public:
-  explicit RandomArchitecture(unsigned seed) : source(seed) {}
+  /// The trees of every other model are those of its system outputs.
+  explicit RandomArchitecture(unsigned seed) : source(seed), outports(seed % 2 == 0) {}
 
   std::unique_ptr<Model> Make() {
     const int count = 2 + Roll(4);
     for (int i = 0; i < count; ++i) AddComponent("C" + std::to_string(i));
     for (int i = 0; i < count; ++i) AddLine("C" + std::to_string(i), count);
-    builder.Hazard("Top", "OR(X-C0.out, Y-C1.out)");
+    if (!outports) builder.Hazard("Top", "OR(X-C0.out, Y-C1.out)");
     return builder.Build();
   }
 
@@ -360,8 +361,13 @@ class RandomArchitecture {
     for (const char* failureClass : {"X", "Y"}) {
       const char* gate = Roll(2) == 0 ? "OR(" : "AND(";
       const std::string input = Roll(3) == 0 ? "Y-in" : std::string(failureClass) + "-in";
-      builder.Output(name, std::string(failureClass) + "-out",
-                     std::string("OR(e") + name + ", " + gate + input + ", X-in))");
+      const std::string deviation = std::string(failureClass) + "-out";
+      const std::string logic = std::string("OR(e") + name + ", " + gate + input + ", X-in))";
+      if (outports && Roll(2) == 0) {
+        builder.SystemOutput(name, deviation, logic);
+      } else {
+        builder.Output(name, deviation, logic);
+      }
     }
   }
 
@@ -377,6 +383,7 @@ class RandomArchitecture {
   }
 
   std::minstd_rand source;
+  const bool outports;
   ModelBuilder builder;
 };
 
