@@ -57,7 +57,8 @@ std::int64_t AsSigned(std::uint32_t value) { return static_cast<std::int32_t>(va
 double BinomialCoefficient(std::int64_t n, std::int64_t i) {
   const std::int64_t denominator = AsSigned(WrappingFactorial(n - i) * WrappingFactorial(i));
   if (denominator == 0) return 0.0;
-  return static_cast<double>(AsSigned(WrappingFactorial(n)) / denominator);
+  const std::int64_t coefficient = AsSigned(WrappingFactorial(n)) / denominator;
+  return static_cast<double>(coefficient);
 }
 
 /// The probability that at least m of n like items are down, each with probability q.

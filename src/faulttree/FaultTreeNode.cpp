@@ -22,8 +22,8 @@ FaultTreeNode::FaultTreeNode(NodeType initType, std::string initName, Model* ini
 FaultTreeNode::~FaultTreeNode() { LeaveRegistry(); }
 
 const FaultTreeNode::Pointer& FaultTreeNode::GetChild(int /*index*/) const {
-  static const Pointer none;
-  return none;
+  static const Pointer None;
+  return None;
 }
 
 void FaultTreeNode::AddChild(const Pointer& /*node*/) {}

@@ -22,6 +22,7 @@ using CollectionTest = ProcessStateTest;
 
 std::vector<std::string> NamesOf(const std::map<double, std::shared_ptr<BasicEvent>>& events) {
   std::vector<std::string> names;
+  names.reserve(events.size());
   for (const auto& [prime, event] : events) names.push_back(event->name);
   return names;
 }

@@ -56,6 +56,7 @@ class RandomNodes {
  private:
   Pointer Make(int eventCount, int innerCount, const std::vector<NodeType>& types) {
     std::vector<Pointer> nodes;
+    nodes.reserve(static_cast<std::size_t>(eventCount + innerCount));
     for (int i = 0; i < eventCount; ++i) {
       nodes.push_back(std::make_shared<BasicEvent>("E" + std::to_string(i), model, true));
     }
