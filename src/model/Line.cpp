@@ -46,12 +46,14 @@ void Line::Print(std::ostream& stream, int indent) const {
 
 void Line::AddConnection(const std::string& key, std::shared_ptr<FaultTreeNode> expression) {
   connections[key] = std::move(expression);
-  ends.reset();
+  Untie();
 }
+
+void Line::Untie() { ends.reset(); }
 
 void Line::CopyExpressions(Line& target) const {
   target.connections.clear();
-  target.ends.reset();
+  target.Untie();
   for (const auto& [key, expression] : connections) {
     target.AddConnection(
         key,

@@ -43,6 +43,8 @@ class Line : public IPrintable, public IVisitable, public std::enable_shared_fro
   /// "Error! Cannot find port: ..." for a connection to nothing, and logs a warning for each
   /// directed expression that finds no output port.
   void BuildPortExpressions();
+  /// Forgets the ports again.
+  void Untie();
   /// The template that the connection of that number gives its port for the class.
   std::shared_ptr<FaultTreeNode> MakePortExpression(std::size_t connection,
                                                     const std::string& failureClass);

@@ -118,7 +118,6 @@ std::shared_ptr<OutputDeviation> Port::GetOutputDeviation(const std::string& fai
       (*common)->GetLocalName(), DefaultState);
   if (!source) return nullptr;
   const std::shared_ptr<OutputDeviation> copy = source->Copy(component);
-  copy->resolved = false;
   AddOutputDeviation(copy, state);
   return copy;
 }

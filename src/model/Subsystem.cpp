@@ -74,6 +74,7 @@ void Subsystem::Instantiate() {
 }
 
 void Subsystem::Clear() {
+  for (const auto& line : lines) line->Untie();
   for (const auto& [name, component] : components) component->ClearPorts();
 }
 

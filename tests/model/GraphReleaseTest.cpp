@@ -32,6 +32,16 @@ TEST_F(GraphReleaseTest, FreesLoopsInAnyState) {
   EXPECT_EQ(LivingNodes(), before);
 }
 
+TEST_F(GraphReleaseTest, FreesLoopsOfProxiesInAnyState) {
+  const int before = LivingNodes();
+  {
+    auto root = Tree("P=PROXY(Q=PROXY(P))");
+    root->SetCurrentState("contracted");
+    ReleaseGraphs({root});
+  }
+  EXPECT_EQ(LivingNodes(), before);
+}
+
 TEST_F(GraphReleaseTest, NodesThatAreHeldLoseTheirChildrenOnly) {
   TreeBuilder builder;
   const auto root = builder.Tree("OR(H=AND(A, B), C)");

@@ -111,6 +111,19 @@ TEST_F(ModelLifeTest, ClearingFreesTheEventsOfWhatIsUnconnected) {
   EXPECT_EQ(Synthesised(*model), first);
 }
 
+TEST_F(ModelLifeTest, ClearingFreesTheEventsOfOutputsThatSayNothing) {
+  Config::Instance().removeHangingNodes = false;
+  ModelBuilder builder;
+  builder.Component("A", {"out"}).Component("B", {"in", "out"}).Output("B", "Late-out", "Late-in");
+  builder.Line("A.out", "B.in").Hazard("Loss", "Late-B.out");
+  const auto model = builder.Build();
+  const int parsed = LivingNodes();
+  EXPECT_EQ(Synthesised(*model), "Loss=OUT(Late-DEFAULT::A.out (UNCONNECTED))\n");
+  EXPECT_EQ(model->unconnectedEvents.size(), 1U);
+  model->ClearSynthesis();
+  EXPECT_EQ(LivingNodes(), parsed);
+}
+
 TEST_F(ModelLifeTest, ClearingFreesASynthesisThatFailed) {
   ModelBuilder builder;
   builder.Component("A", {"in", "out"}).Output("A", "Late-out", "Late-in");
@@ -212,6 +225,14 @@ TEST_F(ModelLifeTest, CloneKeepsTheIdentityOfEvents) {
   EXPECT_EQ(event->eventNumber, source->eventNumber);
   EXPECT_EQ(event->owner.lock(), copy->FindComponent("Sw::A"));
   EXPECT_EQ(event->model, copy.get());
+}
+
+TEST_F(ModelLifeTest, CoverageOfEventsIsNotCloned) {
+  const auto model = Everything();
+  model->FindComponent("Sw::A")->GetCurrentImplementation().basicEvents.at("bug")->coverage["Both"];
+  const auto copy = model->Clone();
+  const auto event = copy->FindComponent("Sw::A")->GetCurrentImplementation().basicEvents.at("bug");
+  EXPECT_TRUE(event->coverage.empty());
 }
 
 TEST_F(ModelLifeTest, CloneHasOneCommonCause) {
