@@ -30,8 +30,7 @@ bool HoldsOneAlone(const CutSetIndex::ListsBySize& lists) {
 }  // namespace
 
 void FaultTreeGate::AddToFMEA(FMEA& fmea, const std::shared_ptr<FaultTree>& tree) {
-  if (!primeIndex) return;
-  for (const auto& [eventPrime, lists] : primeIndex->lists) {
+  for (const auto& [eventPrime, lists] : GetIndex().lists) {
     // A list stays when its last cut set has gone.
     if (HoldsAny(lists)) fmea.AddEffect(eventPrime, tree, HoldsOneAlone(lists));
   }
