@@ -111,7 +111,9 @@ class Judge {
   bool Stays(const FaultTreeGate& gate, const Pointer& child, std::vector<Entry>& entries,
              Holdings& holdings) {
     Visit(*child);
-    if (child->IsProxy() && child->GetChildCount() == 0) {
+    // A gate over nothing but holes is a hole like them: kept, it would read as "never" and take
+    // the cut sets of an AND above with it.
+    if (!child->IsEvent() && child->GetChildCount() == 0) {
       if (child->type == NodeType::PCCF) WarnOf("removing unactivated PCCF", *child);
       return false;
     }
@@ -122,7 +124,7 @@ class Judge {
       return false;
     }
     if (!IsGateOfType(*child, gate.type)) return true;
-    if (child->GetChildCount() > 0) entries.push_back({child, true});
+    entries.push_back({child, true});
     return false;
   }
 

@@ -79,10 +79,8 @@ Pointer JoinInside(Model& model, const Port& port, const Pointer& annotation,
   model.ResolveConnection(*inside, *port.GetOwner(), true);
   if (!annotation) return inside;
   if (annotation == inside) return annotation;
-  if (annotation->type == NodeType::Or) {
-    if (!annotation->HasChild(*inside)) annotation->AddChild(inside);
-    return annotation;
-  }
+  // Not added to the annotation itself: a line inside that meets the port from within takes the
+  // annotation, and would find itself there.
   const auto either = std::make_shared<OrGate>(annotation->name, &model);
   either->resolved = true;
   either->AddChild(annotation);
@@ -134,12 +132,12 @@ Pointer LogicOfHazardLeaf(Model& model, Port& port, const std::string& failureCl
   const Pointer inside =
       HasInside(port) ? port.GetInternalExpression(failureClass, DefaultState) : nullptr;
   if (!deviation) return JoinInside(model, port, nullptr, inside);
-  deviation->expression = JoinInside(model, port, deviation->expression, inside);
+  const Pointer logic = JoinInside(model, port, deviation->expression, inside);
   if (deviation->expression && !deviation->resolved) {
     deviation->resolved = true;
     model.ResolveDeviation(*deviation->expression);
   }
-  return deviation->expression;
+  return logic;
 }
 
 void ResolveHazardLeaf(Model& model, FaultTreeNode& node) {

@@ -72,6 +72,8 @@ void Model::Synthesise() {
   } else {
     SynthesiseFromHazards();
   }
+  // When all trees are grown, so that no logic changes any more that they share.
+  for (const auto& tree : faultTrees) FindCircles(*this, *tree);
   RefineTrees();
   if (!quiet) std::cout << "Full synthesis complete in " << TimeSince(start) << '\n';
 }
@@ -91,7 +93,6 @@ void Model::SynthesiseFromHazards() {
     root->name = hazard->GetCauseName();
     root->description = hazard->description;
     AddFaultTree(tree);
-    FindCircles(*this, *tree);
     ReportTreeDone(start);
   }
 }
@@ -100,17 +101,16 @@ void Model::SynthesiseFromSystemOutports() {
   for (const std::shared_ptr<OutputDeviation>& deviation : systemOutports) {
     const auto root = LogicOfSystemOutport(*this, *deviation);
     if (!root) continue;
-    deviation->expression = root;
     root->description = deviation->description;
     Announce(root->name);
     const long long start = Clock::Milliseconds();
-    ResolveDeviation(*root);
+    deviation->resolved = true;
+    if (deviation->expression) ResolveDeviation(*deviation->expression);
     const auto tree = std::make_shared<FaultTree>(root);
     tree->label = root->description;
     tree->sourceDeviation = deviation;
     tree->severity = deviation->severity;
     AddFaultTree(tree);
-    FindCircles(*this, *tree);
     ReportTreeDone(start);
   }
 }

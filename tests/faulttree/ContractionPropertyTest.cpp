@@ -26,8 +26,8 @@ class PlainContraction {
     for (int i = 0; i < gate.GetChildCount(); ++i) {
       const FaultTreeNode::Pointer child = gate.GetChild(i);
       Run(*child);
-      const bool emptyProxy = child->IsProxy() && child->GetChildCount() == 0;
-      if (emptyProxy || child->GetChildCount() == 1 || child->type == gate.type) {
+      const bool empty = !child->IsEvent() && child->GetChildCount() == 0;
+      if (empty || child->GetChildCount() == 1 || child->type == gate.type) {
         removed.push_back(child);
         for (int j = 0; j < child->GetChildCount(); ++j) {
           if (!gate.HasChild(*child->GetChild(j))) gate.AddChild(child->GetChild(j));

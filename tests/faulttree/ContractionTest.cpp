@@ -66,7 +66,7 @@ INSTANTIATE_TEST_SUITE_P(
         FoldCase{"ASharedGateIsTakenInOnce", "OR(G=OR(A, B), IN(G), C)", "OR(C, A, B)"},
         FoldCase{"RootProxyTakesItsGrandchild", "IN(OUT(OR(A, B)))", "IN(OR(A, B))"},
         FoldCase{"EmptyLikeGateGoes", "OR(A, OR())", "OR(A)"},
-        FoldCase{"EmptyOtherGateStays", "OR(A, AND())", "OR(A, AND())"},
+        FoldCase{"EmptyGateOfAnotherTypeGoes", "AND(A, OR())", "AND(A)"},
         FoldCase{"EmptyProxyGoes", "AND(A, PROXY())", "AND(A)"},
         FoldCase{"ProxyOverAnEmptyGateGoes", "AND(A, IN(OR()))", "AND(A)"}),
     CaseName);
