@@ -64,7 +64,8 @@ class FaultTreeGate : public FaultTreeNode {
   void ReportIgnoredInput(const FaultTreeNode& input);
 
   /// Absorption on the level of gates: takes `object` in as an input unless an input covers it
-  /// already. False in every case that changes nothing. No pass of the analysis calls it.
+  /// already. False in every case that changes nothing. AND and OR gates tell on standard output
+  /// what they are given. No pass of the analysis calls it.
   virtual bool AddPrimeObject(FaultTreeNode& object, IPrime& identity);
 
   const std::vector<Pointer>& Children() const { return currentChildren->children; }
