@@ -78,9 +78,11 @@ class ReferenceCheck {
   bool ComponentPasses(int index) const {
     const SketchComponent& component = sketch.components[index];
     if (component.allocation >= 0 && !present.contains(component.allocation)) return false;
+    if (!CausesPass(component, sketch.perspectives[sketch.PerspectiveOf(index)])) return false;
     for (const auto* deviations : {&component.deviations, &component.exported}) {
       for (const SketchDeviation& deviation : *deviations) {
-        if (deviation.systemOutport && deviation.causes.empty()) return false;
+        const bool hidden = component.block == SketchBlock::REFINED || deviation.causes.empty();
+        if (deviation.systemOutport && hidden) return false;
         for (const SketchLogic& cause : deviation.causes) {
           const auto passes = [&](const SketchLogic& leaf) { return LocalPasses(leaf, index); };
           if (!AllLeaves(cause, passes)) return false;
@@ -88,6 +90,14 @@ class ReferenceCheck {
       }
     }
     return true;
+  }
+
+  static bool CausesPass(const SketchComponent& component, const SketchPerspective& perspective) {
+    return std::all_of(
+        component.commonCauses.begin(), component.commonCauses.end(), [&](const std::string& name) {
+          return std::any_of(perspective.commonCauses.begin(), perspective.commonCauses.end(),
+                             [&](const SketchEvent& cause) { return cause.name == name; });
+        });
   }
 
   bool LocalPasses(const SketchLogic& leaf, int index) const {
