@@ -26,6 +26,16 @@ Members::const_iterator FindPlace(const Members& members, double prime) {
       [](const BasicEvent* member, double wanted) { return member->prime < wanted; });
 }
 
+std::uint32_t WordOf(const BasicEvent& event) {
+  return event.eventNumber % static_cast<std::uint32_t>(CutSet::SignatureWords);
+}
+
+std::uint32_t BitInWord(const BasicEvent& event) {
+  const std::uint32_t quotient =
+      event.eventNumber / static_cast<std::uint32_t>(CutSet::SignatureWords);
+  return 1U << ((quotient + 1) % WordBits);
+}
+
 /// Two bits for the place of a signature bit: its lower half directly, the other one scattered.
 std::uint64_t DigestOf(std::uint32_t eventNumber) {
   constexpr std::uint32_t Scatter = 2654435761U;  // Knuth's multiplicative hash.
@@ -88,11 +98,8 @@ void CutSet::AddEvent(BasicEvent& event) {
   events.insert(place, &event);
   if (event.type == NodeType::Module) hasModule = true;
 
-  constexpr auto Words = static_cast<std::uint32_t>(SignatureWords);
-  const std::uint32_t quotient = event.eventNumber / Words;
-  const std::uint32_t remainder = event.eventNumber % Words;
-  signature[remainder] |= 1U << ((quotient + 1) % WordBits);
-  signatureSummary |= 1U << ((remainder + 1) % WordBits);
+  hasSignature = false;
+  signatureSummary |= 1U << ((WordOf(event) + 1) % WordBits);
   digest |= DigestOf(event.eventNumber);
 }
 
@@ -143,7 +150,7 @@ void CutSet::BecomeCloneOf(const CutSet& source) {
   signatureSummary = source.signatureSummary;
   digest = source.digest;
   events = source.events;
-  signature = source.signature;
+  hasSignature = false;
   unavailability = NotComputed;
   frequency = NotComputed;
   hasModule = source.hasModule;
@@ -158,18 +165,30 @@ void CutSet::RestorePrime() {
   }
 }
 
+const CutSet::Signature& CutSet::GetSignature() const {
+  if (!hasSignature) {
+    if (!signature) signature = std::make_unique<Signature>();
+    signature->fill(0);
+    for (const BasicEvent* event : events) (*signature)[WordOf(*event)] |= BitInWord(*event);
+    hasSignature = true;
+  }
+  return *signature;
+}
+
 Inclusion CutSet::CompareSignature(const CutSet& other) const {
   const std::uint32_t common = signatureSummary & other.signatureSummary;
   if (common != signatureSummary && common != other.signatureSummary) return Inclusion::Unrelated;
   constexpr std::size_t Stride = 8;  // Words taken together, which compilers turn into wide ones.
+  const Signature& words = GetSignature();
+  const Signature& otherWords = other.GetSignature();
   bool within = true;
   bool around = true;
   for (std::size_t start = 0; start < SignatureWords; start += Stride) {
     std::uint32_t outside = 0;
     std::uint32_t missing = 0;
     for (std::size_t i = start; i < start + Stride; ++i) {
-      outside |= signature[i] & ~other.signature[i];
-      missing |= other.signature[i] & ~signature[i];
+      outside |= words[i] & ~otherWords[i];
+      missing |= otherWords[i] & ~words[i];
     }
     within = within && outside == 0;
     around = around && missing == 0;

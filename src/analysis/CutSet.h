@@ -25,6 +25,7 @@ enum class Inclusion { Unrelated = 0, Within = 1, Around = 2 };
 class CutSet : public IPrime, public ISafetyRequirementTarget {
  public:
   static constexpr int SignatureWords = 64;
+  using Signature = std::array<std::uint32_t, SignatureWords>;
   /// Event numbers this far apart set the same bit of the signature.
   static constexpr std::uint32_t SignatureBits = 2048;
   /// A figure that has not been computed yet.
@@ -57,6 +58,9 @@ class CutSet : public IPrime, public ISafetyRequirementTarget {
   /// Multiplies the members' primes anew in ascending order, as a clone has it.
   void RestorePrime();
 
+  /// One bit for each member, by event number. Made when it is first asked for: most cut sets are
+  /// never compared, and it would be three quarters of their size.
+  const Signature& GetSignature() const;
   /// `Within` when this set lies inside `other` or equals it, `Around` when `other` lies inside.
   Inclusion CompareSignature(const CutSet& other) const;
   /// The number of members less those that are normal events, or modules made of nothing else.
@@ -80,21 +84,24 @@ class CutSet : public IPrime, public ISafetyRequirementTarget {
   /// "<size>{<names joined by ", ">}", for warnings.
   std::string ToText() const;
 
-  std::uint32_t signatureSummary = 0;
+  std::uint32_t signatureSummary = 0;  ///< One bit for each word of the signature in use, folded.
   /// Two bits of 64 for each member, shared by event numbers that share a signature bit: a set with
   /// bits that another lacks does not lie inside it. Lists of cut sets keep this word beside the
   /// pointer, so that most comparisons touch no cut set.
   std::uint64_t digest = 0;
   std::vector<BasicEvent*> events;  ///< Ascending by prime; not owned.
-  std::array<std::uint32_t, SignatureWords> signature{};
   double unavailability = NotComputed;
   double frequency = NotComputed;
   std::uint32_t arrival = 0;  ///< Belongs to the index that lists this cut set.
   bool hasModule = false;     ///< A member is a `ModuleEvent`.
+
+ private:
+  mutable bool hasSignature = false;             // `signature` is that of the present members.
+  mutable std::unique_ptr<Signature> signature;  // Kept for the next members when they change.
 };
 
-// They exist by the million: three quarters are the signature, and no word is lost to padding.
-static_assert(sizeof(CutSet) <= 336);
+// They exist by the million.
+static_assert(sizeof(CutSet) <= 88);
 
 /// 1 when `a` divides `b` (equality included), 2 when `b` divides `a`, 0 otherwise.
 int ComparePrimes(const IPrime& a, const IPrime& b);

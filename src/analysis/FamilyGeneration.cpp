@@ -10,6 +10,8 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <unordered_map>
 #include <utility>
@@ -75,8 +77,11 @@ class CutSetDraft {
     std::size_t end;
   };
 
+  using Rank = std::uint16_t;
+  static_assert(CutSet::SignatureBits <= 1U << 16U, "Each event has a signature bit of its own.");
+
   const EventTable& table;
-  std::vector<int> members;  // Ranks of events, ascending in each cut set.
+  std::vector<Rank> members;  // Ranks of events, ascending in each cut set.
   std::vector<Entry> entries;
 };
 
@@ -127,7 +132,7 @@ std::vector<int> EventTable::Weights() const {
 
 bool CutSetDraft::Add(const std::vector<int>& variables) {
   const std::size_t start = members.size();
-  for (const int variable : variables) members.push_back(table.RankOf(variable));
+  for (const int variable : variables) members.push_back(static_cast<Rank>(table.RankOf(variable)));
   std::sort(members.begin() + static_cast<std::ptrdiff_t>(start), members.end());
   double key = 1.0;
   for (std::size_t i = start; i < members.size(); ++i) key *= table.EventOfRank(members[i]).prime;

@@ -148,8 +148,8 @@ TEST_F(CutSetTest, SignatureBitsFollowTheEventNumber) {
   CutSet cutSet;
   cutSet.AddEvent(Numbered("A", 5));           // Quotient 0, remainder 5.
   cutSet.AddEvent(Numbered("B", 64 * 3 + 7));  // Quotient 3, remainder 7.
-  EXPECT_EQ(cutSet.signature[5], 1U << 1);
-  EXPECT_EQ(cutSet.signature[7], 1U << 4);
+  EXPECT_EQ(cutSet.GetSignature()[5], 1U << 1);
+  EXPECT_EQ(cutSet.GetSignature()[7], 1U << 4);
   EXPECT_EQ(cutSet.signatureSummary, (1U << 6) | (1U << 8));
 }
 
@@ -157,9 +157,18 @@ TEST_F(CutSetTest, SignatureBitsWrapAround) {
   CutSet cutSet;
   cutSet.AddEvent(Numbered("A", 64 * 31 + 31));  // Quotient 31, remainder 31.
   cutSet.AddEvent(Numbered("B", 63));            // Its summary bit is that of remainder 31.
-  EXPECT_EQ(cutSet.signature[31], 1U);
-  EXPECT_EQ(cutSet.signature[63], 1U << 1);
+  EXPECT_EQ(cutSet.GetSignature()[31], 1U);
+  EXPECT_EQ(cutSet.GetSignature()[63], 1U << 1);
   EXPECT_EQ(cutSet.signatureSummary, 1U);
+}
+
+TEST_F(CutSetTest, SignatureFollowsMembersThatCameLater) {
+  CutSet cutSet;
+  cutSet.AddEvent(Numbered("A", 5));
+  EXPECT_EQ(cutSet.GetSignature()[7], 0U);
+  cutSet.AddEvent(Numbered("B", 7));
+  EXPECT_EQ(cutSet.GetSignature()[5], 1U << 1);
+  EXPECT_EQ(cutSet.GetSignature()[7], 1U << 1);
 }
 
 TEST_F(CutSetTest, EventsTwoThousandAndFortyEightApartCannotBeTold) {
