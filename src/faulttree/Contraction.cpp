@@ -67,6 +67,15 @@ bool HasLoneChild(const FaultTreeNode& node) {
          !(node.IsGate() && IsGateOfType(*node.GetChild(0), node.type));
 }
 
+/// True for a gate all of whose children are one and the same node: unfolded, it adds one child at
+/// most, and a parent that holds nothing else is lone.
+bool HoldsOneNodeOnly(const FaultTreeNode& gate) {
+  for (int i = 1; i < gate.GetChildCount(); ++i) {
+    if (gate.GetChild(i) != gate.GetChild(0)) return false;
+  }
+  return !IsGateOfType(*gate.GetChild(0), gate.type);
+}
+
 class Judge {
  public:
   explicit Judge(Model& initModel)
@@ -124,7 +133,11 @@ class Judge {
       return false;
     }
     if (!IsGateOfType(*child, gate.type)) return true;
-    entries.push_back({child, true});
+    if (!HoldsOneNodeOnly(*child)) {
+      entries.push_back({child, true});
+    } else if (holdings.Enter(*child->GetChild(0))) {
+      entries.push_back({child->GetChild(0), false});
+    }
     return false;
   }
 
@@ -189,12 +202,14 @@ class Judge {
   /// Every instance of a line's expression has proxies of its own, but what they name is one thing,
   /// and two events for it would hide that a single cause fails several inputs.
   std::shared_ptr<BasicEvent> EventFor(ProxyNode& proxy) {
-    const bool ofPort = proxy.type == NodeType::OutputDeviation || proxy.type == NodeType::External;
+    const bool ofPort = proxy.type == NodeType::InputDeviation ||
+                        proxy.type == NodeType::OutputDeviation || proxy.type == NodeType::External;
     if (!ofPort && proxy.type != NodeType::ExternalDeviation) return proxy.GetEventNode();
     std::string key = proxy.name;
     if (ofPort) {
       const auto port = model.FindPort(PortOf(proxy.name));
       if (port) key = FailureClassOf(proxy.name) + "-" + port->GetFullNameText();
+      if (proxy.type == NodeType::InputDeviation) key += " arriving";
     } else if (const auto owner = static_cast<ExportedDeviationProxy&>(proxy).owner.lock()) {
       key += " for " + owner->GetFullNameText();  // Each component has a host of its own.
     }

@@ -62,7 +62,7 @@ void ResolveGoto(Model& model, GotoNode& node) {
     AddExported(model, *gate, *exported);
   } else {
     const std::string failureClass = named ? named->failureClass : FailureClassOf(node.name);
-    if (failureClass.empty()) {
+    if (!named && failureClass.empty()) {
       throw VtnException("External destination invalid; missing failure class: " + node.name);
     }
     const std::shared_ptr<Port> target =

@@ -104,8 +104,10 @@ void Model::SynthesiseFromSystemOutports() {
     root->description = deviation->description;
     Announce(root->name);
     const long long start = Clock::Milliseconds();
-    deviation->resolved = true;
-    if (deviation->expression) ResolveDeviation(*deviation->expression);
+    if (HasAnnotation(*deviation->GetPort()) && deviation->expression) {
+      deviation->resolved = true;
+      ResolveDeviation(*deviation->expression);
+    }
     const auto tree = std::make_shared<FaultTree>(root);
     tree->label = root->description;
     tree->sourceDeviation = deviation;

@@ -91,9 +91,15 @@ std::shared_ptr<ExportedDeviation> MakeTwin(const ExportedDeviation& deviation) 
 
 void vtnxParser::ReadOutputDeviation(XmlElement element) {
   const WrittenName name = SplitName(element);
+  const std::string port = BehindLastPoint(name.place);
+  // Without a hyphen the name has been reported; that it names no port either is no second fault,
+  // and would keep the rest of the file from being read.
+  if (name.failureClass.empty() && name.place.find('-') == std::string::npos &&
+      !component->FindPort(port)) {
+    return;
+  }
   AddFailureClass(name.failureClass);
-  const auto deviation =
-      std::make_shared<OutputDeviation>(component, name.failureClass, BehindLastPoint(name.place));
+  const auto deviation = std::make_shared<OutputDeviation>(component, name.failureClass, port);
   deviation->description = ElementText(element, "Description");
   deviation->severity = ElementDouble(element, "Severity");
   deviation->SetSystemOutput(ElementFlag(element, "SystemOutport"));

@@ -133,6 +133,7 @@ void vtnxParser::ReadPotentialCCF(XmlElement element) {
   const std::string name = ElementText(element, "Name");
   const auto proxy = std::make_shared<PCCFProxy>(name, model.get());
   proxy->owner = component;
+  proxy->node->owner = component;
   proxy->description = ElementText(element, "Description");
   if (const auto ccf = perspective->FindCCF(ElementText(element, "ACCF"))) {
     proxy->Activate(ccf);

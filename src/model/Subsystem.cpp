@@ -52,7 +52,9 @@ void Subsystem::BuildPortExpressions() {
 void Subsystem::ForgetLineEnds() {
   for (const auto& [name, component] : components) {
     for (const auto& [portName, port] : component->ports) port->ForgetLineEnds();
-    if (const auto inside = component->GetSubsystem()) inside->ForgetLineEnds();
+    // A component without implementation is complained of when lines are tied, in its turn.
+    const auto& implementation = component->currentImplementation;
+    if (implementation && implementation->subsystem) implementation->subsystem->ForgetLineEnds();
   }
 }
 

@@ -94,6 +94,18 @@ TEST_F(RefinementTest, OneUnconnectedInputIsOneEventHoweverOftenItIsNamed) {
             "Omission-DEFAULT::A.in (UNCONNECTED)");
 }
 
+TEST_F(RefinementTest, AnUnconnectedBoundaryInputIsOneEventForAnnotationAndInside) {
+  Config::Instance().removeHangingNodes = false;
+  const std::string inner =
+      XmlLeaf("Inner", {"in", "out"}, {{}, {XmlDeviation("Omission-out", "Omission-in")}});
+  const std::string outer = XmlBlock(
+      "Outer", {"in", "out", "out2"}, "Both", {{}, {XmlDeviation("Omission-out2", "Omission-in")}},
+      XmlSystem({inner}, {XmlWire("in", "Inner.in"), XmlWire("Inner.out", "out")}));
+  EXPECT_EQ(OnlyCutSets(XmlModel({XmlHazard("H", "Omission-Outer.out AND Omission-Outer.out2")},
+                                 XmlSystem({outer}, {}))),
+            "Omission-DEFAULT::Outer.in (UNCONNECTED)");
+}
+
 TEST_F(RefinementTest, AnUnactivatedCommonCauseIsRemovedOrKeptAsAnEvent) {
   const std::string potential =
       Xml("PotentialCCFs", Xml("PotentialCCF", Xml("Name", "shock") + Xml("ACCF", "quake")));

@@ -32,13 +32,13 @@ class RandomGraph {
       const Pointer node = MakeInner(i);
       const std::size_t children = node->IsProxy() ? Below(2) : Below(4);
       for (std::size_t child = 0; child < children; ++child) {
-        AddOnce(*node, nodes[Below(nodes.size())]);
+        node->AddChild(nodes[Below(nodes.size())]);
       }
       nodes.push_back(node);
     }
     const Pointer root = MakeGate(NodeType::Or, "Top", model);
     inner.push_back(root);
-    for (int child = 0; child < 4; ++child) AddOnce(*root, nodes[Below(nodes.size())]);
+    for (int child = 0; child < 4; ++child) root->AddChild(nodes[Below(nodes.size())]);
     return root;
   }
 
@@ -61,10 +61,6 @@ class RandomGraph {
 
  private:
   std::size_t Below(std::size_t limit) { return random() % limit; }
-
-  static void AddOnce(FaultTreeNode& node, const Pointer& child) {
-    if (!node.HasChild(*child)) node.AddChild(child);
-  }
 
   std::vector<Pointer> MakeEvents() {
     std::vector<Pointer> events;
