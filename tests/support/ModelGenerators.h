@@ -26,8 +26,8 @@ struct GeneratedModel {
 GeneratedModel Ladder(int layers);
 
 /// n components in a row, each of which passes on what it gets and adds one event: n cut sets of
-/// order 1, and a graph some nodes deep for each component. For recursion. Above some 2,000 events
-/// the analysis no longer tells all events apart in its subset tests and may find fewer sets.
+/// order 1, and a graph some nodes deep for each component. For recursion, and for more events than
+/// a signature has bits.
 GeneratedModel Chain(int n);
 
 /// One component with (x1 OR .. OR xa) AND (y1 OR .. OR yb): a * b cut sets of order 2. For
@@ -40,8 +40,7 @@ GeneratedModel TwoOrs(int a, int b);
 GeneratedModel SharedVoters(int layers);
 
 /// n components with two events each that fail when both have occurred; the top is the OR over
-/// them: n cut sets of order 2 without a common event. Each is a module. For many cut sets; what
-/// is said of many events at Chain holds here too.
+/// them: n cut sets of order 2 without a common event. Each is a module. For many cut sets.
 GeneratedModel OrOfAnds(int n);
 
 /// Refined components with ten parts in a row each, as many as make a text of at least that many
