@@ -209,6 +209,7 @@ bool Model::ResolveConnection(FaultTreeNode& node, const Component& from, bool d
     }
     return true;
   }
+  if (node.IsGate()) return true;  // A placeholder on a line without other ports.
   const std::shared_ptr<Port> port = FindPort(PortOf(node.name));
   if (!port) {
     if (node.name != "OUTPUTPORT") {
