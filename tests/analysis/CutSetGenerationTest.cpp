@@ -3,9 +3,9 @@
 #include <string>
 
 #include "analysis/CutSet.h"
-#include "analysis/CutSetFamilies.h"
 #include "analysis/CutSetList.h"
 #include "analysis/ModuleEvent.h"
+#include "analysis/Prime.h"
 #include "app/Config.h"
 #include "app/DiagnosticLog.h"
 #include "faulttree/CircleNode.h"
@@ -232,6 +232,22 @@ TEST_P(BothRoadsTest, EffectiveOrderMeetsTheLimitWhenNormalEventsDoNotCount) {
 }
 
 // Keys
+
+TEST_F(CutSetGenerationTest, ProductsMultiplyOntoTheAscendingProduct) {
+  // Twelve primes around 60,000 make a product of which the last digits show the order.
+  Take(Road::PRODUCTS);
+  for (int i = 0; i < 6000; ++i) Prime::Instance().Next();
+  for (int i = 0; i < 12; ++i) Event("E" + std::to_string(i));
+  std::string inputs = "E11";
+  double expected = 1.0;
+  for (int i = 10; i >= 0; --i) inputs += ", E" + std::to_string(i);
+  for (int i = 1; i < 12; ++i) expected *= Event("E" + std::to_string(i)).prime;
+  expected *= Event("E0").prime;
+  CutSetsOf("AND(" + inputs + ")");
+  ASSERT_EQ(root->cutSets.size(), 1U);
+  EXPECT_EQ(root->cutSets.begin()->first, expected);
+  EXPECT_NE(root->cutSets.begin()->second->Clone()->prime, expected);
+}
 
 TEST_P(BothRoadsTest, OfTwoCutSetsWithOneKeyTheFirstStays) {
   Event("A").prime = 6.0;
@@ -498,6 +514,7 @@ TEST_F(CutSetGenerationTest, RefusedCutSetIsNotListed) {
   EXPECT_FALSE(gate->AddCutSet(std::move(second), false));
   EXPECT_EQ(gate->cutSets.size(), 1U);
   EXPECT_EQ(gate->GetIndex().lists.size(), 2U);
+  EXPECT_EQ(gate->GetIndex().Find(6.0, 2)->GetCount(), 1);
 }
 
 TEST_F(CutSetGenerationTest, CheckedCutSetReplacesItsSupersets) {
@@ -553,75 +570,6 @@ TEST_F(CutSetGenerationTest, CutSetsAreCopiedToAnotherNode) {
   root->CopyCutSetsTo(*target);
   EXPECT_EQ(TextOf(target->cutSets), "A; B C");
   EXPECT_EQ(root->cutSets.size(), 2U);
-}
-
-// Cost
-
-class CostTest : public CutSetGenerationTest {
- protected:
-  /// Layers of three voters. Each has a failure of its own, and fails with two of the three below;
-  /// the sources at the bottom and the voter at the top make one more layer. Each layer has three
-  /// pairs, and the number of paths to the bottom is six to the power of the layers.
-  std::string Voters(int layers) {
-    std::string below[3] = {"s1", "s2", "s3"};
-    for (int layer = 1; layer <= layers; ++layer) {
-      const std::string vote = TwoOf(below);
-      for (int i = 0; i < 3; ++i) {
-        const std::string name = std::to_string(layer) + "_" + std::to_string(i);
-        builder.Tree("V" + name + "=OR(v" + name + ", " + vote + ")");
-        below[i] = "V" + name;
-      }
-    }
-    return "Top=" + TwoOf(below);
-  }
-
- private:
-  static std::string TwoOf(const std::string (&inputs)[3]) {
-    return "OR(AND(" + inputs[0] + ", " + inputs[1] + "), AND(" + inputs[0] + ", " + inputs[2] +
-           "), AND(" + inputs[1] + ", " + inputs[2] + "))";
-  }
-};
-
-TEST_F(CostTest, ProductsOfVotersTakeFewComparisons) {
-  Take(Road::PRODUCTS);
-  const std::string top = Voters(6);
-  const CutSetList::Counters before = CutSetList::Cost();
-  CutSetsOf(top);
-  EXPECT_EQ(root->cutSets.size(), 3U * 7U);
-  EXPECT_LE(CutSetList::Cost().entriesMet - before.entriesMet, 16000U);
-  EXPECT_LE(CutSetList::Cost().comparisons - before.comparisons, 8000U);
-}
-
-TEST_F(CostTest, FamiliesOfVotersTakeStepsByGateNotByPath) {
-  const std::string top = Voters(20);
-  const std::uint64_t before = CutSetFamilies::Cost().steps;
-  CutSetsOf(top);
-  EXPECT_EQ(root->cutSets.size(), 3U * 21U);
-  EXPECT_LE(CutSetFamilies::Cost().steps - before, 400000U);
-}
-
-TEST_F(CostTest, SumOfManyEventsTakesNoComparisons) {
-  Take(Road::PRODUCTS);
-  const auto gate = MakeGate(NodeType::Or, "G", nullptr);
-  for (int i = 0; i < 3000; ++i) {
-    gate->AddChild(std::make_shared<BasicEvent>("E" + std::to_string(i), nullptr, true));
-  }
-  const CutSetList::Counters before = CutSetList::Cost();
-  gate->GenerateCutSets();
-  EXPECT_EQ(gate->cutSets.size(), 3000U) << "Events that share a bit share no list.";
-  EXPECT_EQ(CutSetList::Cost().comparisons, before.comparisons);
-}
-
-TEST_F(CostTest, ProductOfManyEventsIsOneCutSet) {
-  const auto gate = MakeGate(NodeType::And, "G", nullptr);
-  for (int i = 0; i < 5000; ++i) {
-    gate->AddChild(std::make_shared<BasicEvent>("E" + std::to_string(i), nullptr, true));
-  }
-  const CutSetList::Counters before = CutSetList::Cost();
-  gate->GenerateCutSets();
-  ASSERT_EQ(gate->cutSets.size(), 1U);
-  EXPECT_EQ(gate->cutSets.begin()->second->GetSize(), 5000);
-  EXPECT_EQ(CutSetList::Cost().entriesMet, before.entriesMet);
 }
 
 }  // namespace

@@ -112,6 +112,14 @@ TEST_F(CutSetListTest, SupersetsAreReportedUpToTheFirstSubset) {
   EXPECT_THAT(Texts(redundant), ElementsAre("A B C"));
 }
 
+TEST_F(CutSetListTest, LatestForeignCutSetIsComparedFirst) {
+  CutSetList list(0);
+  list.Prepend(Set("ABC"));
+  list.Prepend(Set("A"));
+  EXPECT_TRUE(list.CheckSubsumption(Set("AB"), false, redundant));
+  EXPECT_THAT(redundant, IsEmpty());
+}
+
 TEST_F(CutSetListTest, OwnSearchLeavesTheForeignOut) {
   CutSetList list(0);
   list.Prepend(Set("A"));

@@ -351,6 +351,15 @@ TEST_F(CutSetTest, MemberIsFoundByIdAndPrime) {
   EXPECT_FALSE(cutSet->HasEvent(Event("B")));
 }
 
+TEST_F(CutSetTest, EqualPrimeAloneIsNotTheSameMember) {
+  const auto cutSet = Set({"A"});
+  Event("B").prime = Event("A").prime;
+  EXPECT_FALSE(cutSet->HasEvent(Event("B")));
+  EXPECT_TRUE(cutSet->Merge(*Set({"B"})));
+  EXPECT_EQ(MembersOf(*cutSet), "A");
+  EXPECT_EQ(cutSet->prime, 9.0);
+}
+
 TEST_F(CutSetTest, TextCountsAndNamesTheMembers) {
   EXPECT_EQ(Set({"A", "B"})->ToText(), "2{A, B}");
   EXPECT_EQ(Set({"A"})->ToText(), "1{A}");
