@@ -1,9 +1,12 @@
 // The drivers of the analysis: from the synthesised trees to cut sets and figures, and from those
 // to the FMEA table. Trees are independent of each other and are taken one after another.
 
+#include <algorithm>
 #include <iostream>
 #include <memory>
 #include <string>
+#include <unordered_map>
+#include <vector>
 
 #include "analysis/CutSet.h"
 #include "analysis/CutSetList.h"
@@ -13,9 +16,9 @@
 #include "app/Duration.h"
 #include "faulttree/BasicEvent.h"
 #include "faulttree/FaultTreeNode.h"
+#include "faulttree/GraphWalk.h"
 #include "model/Model.h"
 #include "model/NumberText.h"
-#include "model/VtnException.h"
 #include "platform/Clock.h"
 
 namespace FTS {
@@ -27,21 +30,50 @@ std::string TimeSince(long long start) {
   return FormatDuration(static_cast<float>(Clock::Milliseconds() - start) / MillisecondsPerSecond);
 }
 
-/// Wrong cut sets are worse than none: what the analysis can't do ends the run.
-void RequireAnalysable(const FaultTree& tree, bool useBDDs) {
-  if (tree.containsNot) {
-    throw VtnException("The fault tree " + tree.GetName() +
-                       " holds a negation, which this version cannot analyse.");
+/// Calls `work` for each gate and proxy of the tree.
+template <typename Work>
+void ForEachInnerNode(const FaultTree& tree, const Work& work) {
+  ForEachNode(*tree.root, [&](FaultTreeNode& node) {
+    if (!node.IsEvent()) work(&node);
+  });
+}
+
+/// Gives a tree that holds a negation nodes of its own where it shares some with another tree:
+/// negations are rewritten in place, and the other tree may need the logic as it is.
+void SeparateNegatedTrees(const std::vector<std::shared_ptr<FaultTree>>& trees) {
+  const bool any =
+      std::any_of(trees.begin(), trees.end(), [](const auto& tree) { return tree->containsNot; });
+  if (!any || trees.size() < 2) return;
+  std::unordered_map<const FaultTreeNode*, int> users;
+  for (const auto& tree : trees) {
+    if (tree->root) ForEachInnerNode(*tree, [&](const auto* node) { ++users[node]; });
   }
-  if (useBDDs) {
-    throw VtnException("The fault tree " + tree.GetName() +
-                       " cannot be analysed by binary decision diagrams in this version.");
+  for (const auto& tree : trees) {
+    if (!tree->containsNot || !tree->root) continue;
+    bool shares = false;
+    ForEachInnerNode(*tree, [&](const auto* node) { shares = shares || users[node] > 1; });
+    if (!shares) continue;
+    ForEachInnerNode(*tree, [&](const auto* node) { --users[node]; });
+    tree->root = CloneTemplate(*tree->root, tree->root->model, CloneMode::NewNodes);
   }
 }
 
-void GenerateCutSets(FaultTree& tree) {
-  if (FaultTreeNode* const top = tree.GetTopGate()) top->GenerateCutSets();
+/// From the top gate to the cut sets of the tree.
+void GenerateCutSets(FaultTree& tree, bool useBDDs, bool quiet) {
+  if (tree.containsNot && tree.root) tree.Dualise();
+  if (Config::Instance().modularise) {
+    const int count = tree.Modularise(useBDDs);
+    if (!quiet) std::cout << "\tModularisation complete: " << count << " modules found.\n";
+  }
+  if (useBDDs) {
+    tree.GenerateBDDCutSets();
+  } else if (FaultTreeNode* const top = tree.GetTopGate()) {
+    top->GenerateCutSets();
+  }
   tree.CollectCutSets();
+  if (!tree.containsNot) return;
+  tree.ApplyConsensus();
+  tree.RebuildCutSetMap();
 }
 
 void Quantify(FaultTree& tree) {
@@ -62,13 +94,13 @@ void Model::Analyse(bool useBDDs) {
   const long long totalStart = Clock::Milliseconds();
   long long phaseStart = totalStart;
   if (!quiet) std::cout << "Analysing: \n";
+  SeparateNegatedTrees(faultTrees);
   for (const auto& tree : faultTrees) {
     if (!quiet) std::cout << "    " << tree->GetName() << '\n';
-    RequireAnalysable(*tree, useBDDs);
-    GenerateCutSets(*tree);
+    GenerateCutSets(*tree, useBDDs, quiet);
     if (!quiet) {
-      std::cout << "\tMICSUP produced " << tree->cutSets.size() << " in: " << TimeSince(phaseStart)
-                << '\n';
+      std::cout << (useBDDs ? "\tBDD produced " : "\tMICSUP produced ") << tree->cutSets.size()
+                << " in: " << TimeSince(phaseStart) << '\n';
     }
     // The next tree's time counts from here: its line tells what has passed since this one's.
     phaseStart = Clock::Milliseconds();

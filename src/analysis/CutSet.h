@@ -1,8 +1,10 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <memory>
 #include <string>
 #include <vector>
@@ -16,6 +18,18 @@ namespace FTS {
 
 /// How one cut set's signature stands to another's.
 enum class Inclusion { Unrelated = 0, Within = 1, Around = 2 };
+
+/// The orders of several cut sets; empty when there is none.
+struct OrderRange {
+  int lowest = std::numeric_limits<int>::max();
+  int highest = -1;
+
+  bool IsEmpty() const { return highest < 0; }
+  void Include(const OrderRange& other) {
+    lowest = std::min(lowest, other.lowest);
+    highest = std::max(highest, other.highest);
+  }
+};
 
 /// A set of events that together cause a top event. Two devices make millions of them cheap to
 /// compare, and they are kept apart: the product of the members' primes tells whether two cut sets
@@ -71,6 +85,17 @@ class CutSet : public IPrime, public ISafetyRequirementTarget {
   /// True when the event is a member: id and prime are both equal, since a gate and its dual share
   /// an id and both may be modules.
   bool HasEvent(const BasicEvent& event) const;
+
+  /// True when an event and its complement are members: the set never holds.
+  bool IsContradiction() const;
+
+  // Modules: analysis/ModuleExpansion.cpp
+
+  /// Fills `list` with the cut sets that come of putting those of its modules in the place of its
+  /// module events, as far as they stay within the order limit.
+  void Expand(std::vector<std::unique_ptr<CutSet>>& list) const;
+  /// The orders of what `Expand` gives, without regard to the limit.
+  OrderRange ExpandedOrders() const;
 
   /// The product of the members' unavailabilities, 1.0 for none; kept in `unavailability`.
   double ComputeUnavailability();

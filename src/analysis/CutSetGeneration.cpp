@@ -133,8 +133,9 @@ bool CutSetWalk::TakeInput(FaultTreeGate& gate, const FaultTreeNode& child) {
 bool CutSetWalk::TakeEmptyInput(FaultTreeGate& gate, const FaultTreeNode& child) {
   const bool isAnd = gate.type == NodeType::And;
   if (!child.truncated) {
-    // Nothing is known to cause the input, and the gate goes on as if it were not there.
-    if (isAnd) gate.ReportIgnoredInput(child);
+    // Nothing is known to cause the input, and the gate goes on as if it were not there. That is as
+    // it should be for the state in which a system starts.
+    if (isAnd && child.type != NodeType::State) gate.ReportIgnoredInput(child);
     return true;
   }
   gate.truncated = true;
@@ -287,11 +288,7 @@ CutSetIndex& FaultTreeGate::GetIndex() {
 }
 
 void FaultTreeGate::FillModuleEvent() {
-  if (!isModule || !moduleEvent || GetChildCount() == 0) return;
-  for (const auto& [key, cutSet] : cutSets) {
-    moduleEvent->hasNestedModules = moduleEvent->hasNestedModules || cutSet->hasModule;
-    moduleEvent->moduleCutSets.push_back(cutSet->Clone());
-  }
+  if (isModule && moduleEvent && GetChildCount() > 0) moduleEvent->TakeCutSets(*this);
 }
 
 void FaultTreeGate::ReportIgnoredInput(const FaultTreeNode& input) {
@@ -303,14 +300,24 @@ void FaultTreeGate::ReportIgnoredInput(const FaultTreeNode& input) {
 
 void FaultTreeGate::ResetOwnCutSets() {
   FaultTreeNode::ResetOwnCutSets();
+  if (moduleEvent) moduleEvent->moduleCutSets.clear();
   primeIndex.reset();
 }
 
 int ProxyNode::GenerateCutSets() {
   if (cutSetsDone) return maxOrder;
-  if (GetChildCount() == 0) throw VtnException("No component for: " + name);
+  if (GetChildCount() == 0) {
+    RequireChild();
+    return maxOrder;
+  }
   CutSetWalk().GenerateProxy(*this);
   return maxOrder;
+}
+
+void ProxyNode::RequireChild() const {
+  if (GetChildCount() == 0 && type != NodeType::State) {
+    throw VtnException("No component for: " + name);
+  }
 }
 
 int BasicEvent::GenerateCutSets() {

@@ -105,6 +105,19 @@ bool CutSetList::CheckSubsumption(const CutSet& candidate, bool ownOnly,
   return std::any_of(own.Entries().begin(), own.Entries().end(), meets);
 }
 
+void CutSetList::AppendAround(const CutSet& candidate, std::vector<CutSet*>& around) const {
+  for (const Group* const group : {&foreign, &own}) {
+    Cost().entriesMet += group->Entries().size();
+    for (const Entry& entry : group->Entries()) {
+      if (!entry.cutSet || (entry.digest & candidate.digest) != candidate.digest) continue;
+      ++Cost().comparisons;
+      if (candidate.CompareSignature(*entry.cutSet) == Inclusion::Within) {
+        around.push_back(entry.cutSet);
+      }
+    }
+  }
+}
+
 std::vector<CutSet*> CutSetList::All() const {
   std::vector<CutSet*> cutSets;
   cutSets.reserve(static_cast<std::size_t>(GetCount()));
@@ -187,6 +200,19 @@ bool CutSetIndex::IsSubsumed(const CutSet& candidate, std::vector<CutSet*>& redu
     first = false;
   }
   return false;
+}
+
+std::vector<CutSet*> CutSetIndex::FindAround(const CutSet& candidate) const {
+  std::vector<CutSet*> around;
+  if (candidate.events.empty()) return around;
+  // What holds all of the candidate holds its first member.
+  const auto bySize = lists.find(candidate.events.front()->prime);
+  if (bySize == lists.end()) return around;
+  const auto first = bySize->second.lower_bound(candidate.GetSize());
+  for (auto list = first; list != bySize->second.end(); ++list) {
+    list->second->AppendAround(candidate, around);
+  }
+  return around;
 }
 
 const CutSetList* CutSetIndex::Find(double eventPrime, int size) const {

@@ -42,6 +42,9 @@ class CutSetList : public IPrime {
   bool CheckSubsumption(const CutSet& candidate, bool ownOnly,
                         std::vector<CutSet*>& redundant) const;
 
+  /// Adds the listed cut sets that the candidate lies inside of or equals.
+  void AppendAround(const CutSet& candidate, std::vector<CutSet*>& around) const;
+
   /// The cut sets in list order: all, or those that begin with the event.
   std::vector<CutSet*> All() const;
   std::vector<CutSet*> Own() const;
@@ -105,6 +108,10 @@ class CutSetIndex {
   /// around the candidate; those of the others only for cut sets that begin with the event and are
   /// no larger than the candidate.
   bool IsSubsumed(const CutSet& candidate, std::vector<CutSet*>& redundant) const;
+
+  /// The listed cut sets that the candidate lies inside of or equals; none for the set of no
+  /// events.
+  std::vector<CutSet*> FindAround(const CutSet& candidate) const;
 
   /// Null when there is none.
   const CutSetList* Find(double eventPrime, int size) const;

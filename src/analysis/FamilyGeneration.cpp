@@ -257,7 +257,7 @@ FamilyWalk::Outcome FamilyWalk::Combine(FaultTreeGate& gate) {
                               : FamilyOf(*child);
     if (input.family == CutSetFamilies::None) {
       if (!input.truncated) {
-        if (isAnd) ignored.push_back({&gate, child.get()});
+        if (isAnd && child->type != NodeType::State) ignored.push_back({&gate, child.get()});
         continue;
       }
       result.truncated = true;
@@ -284,7 +284,10 @@ void FamilyWalk::Multiply(Outcome& product, const Outcome& factor, bool module) 
 }
 
 FamilyWalk::Outcome FamilyWalk::CombineProxy(FaultTreeNode& proxy) {
-  if (proxy.GetChildCount() == 0) proxy.GenerateCutSets();  // Tells what is missing, and throws.
+  if (proxy.GetChildCount() == 0) {
+    proxy.GenerateCutSets();  // Tells what is missing, and throws.
+    return {};
+  }
   FaultTreeNode& child = *proxy.GetChild(0);
   if (!child.isModule) return FamilyOf(child);
   if (!child.moduleEvent) return {};

@@ -4,6 +4,7 @@
 #include <memory>
 #include <ostream>
 #include <string>
+#include <vector>
 
 #include "analysis/Forward.h"
 #include "faulttree/Forward.h"
@@ -38,6 +39,12 @@ class FaultTree : public IVisitable,
 
   // Cut sets: analysis/TreeCutSets.cpp
 
+  /// Finds the modules below the top gate and generates each of them, inner ones first. Returns how
+  /// many gates are modules, the top gate included; with fewer than two nothing is generated.
+  int Modularise(bool useBDDs);
+  /// Gives the top gate its cut sets by way of a decision diagram; writes two lines of progress.
+  void GenerateBDDCutSets();
+
   /// Takes the result of the top gate over, within the order limit, and clears the gates.
   void CollectCutSets();
   /// Stores the cut set under its key, in the place of one with the same key; with `check` a cut
@@ -47,8 +54,24 @@ class FaultTree : public IVisitable,
   /// True when a stored cut set makes the candidate redundant. Stored ones that the candidate makes
   /// redundant are removed.
   bool IsSubsumed(const CutSet& candidate);
+  /// True when a stored cut set lies inside the candidate or equals it. Stored ones that the
+  /// candidate lies inside of, met before that is decided, are added to `around`.
+  bool FindSubsumed(const CutSet& candidate, std::vector<CutSet*>& around) const;
   /// Takes a stored cut set out of index and map and destroys it.
   void RemoveCutSet(CutSet& cutSet);
+  /// The same, and the caller owns it.
+  std::unique_ptr<CutSet> TakeCutSet(CutSet& cutSet);
+
+  // Negation: analysis/Negation.cpp, analysis/Consensus.cpp
+
+  /// Rewrites the tree without negations; see `FaultTreeNode::Dualise`. When that replaces the
+  /// root, an OR gate with the root's id, name and description takes its place.
+  void Dualise();
+  /// Removes contradictions, joins pairs and removes redundant cut sets. For trees that held a
+  /// negation.
+  void ApplyConsensus();
+  /// Fills `cutSets` anew from the index.
+  void RebuildCutSetMap();
 
   // Figures: analysis/Quantification.cpp
 

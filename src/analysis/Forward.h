@@ -4,6 +4,7 @@
 
 namespace FTS {
 
+class BDDParent;
 class ConsensusCutSet;
 class CutSet;
 class CutSetIndex;

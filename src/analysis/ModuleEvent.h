@@ -24,6 +24,12 @@ class ModuleEvent : public BasicEvent {
   /// True when one of its cut sets is made of normal events and such modules only.
   bool IsMadeOfNormalEvents() const;
 
+  /// Takes over the cut sets of the module, when they are complete.
+  void TakeCutSets(FaultTreeGate& source);
+  /// Expands the cut sets that hold further modules, in place.
+  int ExpandModuleCutSets() override;
+
+  OrderRange orders;              ///< Of the expanded cut sets, without regard to the limit.
   bool hasNestedModules = false;  ///< One of `moduleCutSets` holds a further module event.
   std::vector<std::unique_ptr<CutSet>> moduleCutSets;
   FaultTreeGate* gate;  ///< The gate it stands for, which owns it.

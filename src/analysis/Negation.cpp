@@ -11,6 +11,7 @@
 #include <utility>
 #include <vector>
 
+#include "analysis/FaultTree.h"
 #include "app/DiagnosticLog.h"
 #include "faulttree/BasicEvent.h"
 #include "faulttree/Gates.h"
@@ -57,6 +58,22 @@ FaultTreeNode::Pointer FaultTreeNode::Dualise(bool negate) {
   Pointer result = walk.ReplacementOf(*this, negate);
   walk.ReplaceLists();
   return result;
+}
+
+void FaultTree::Dualise() {
+  const FaultTreeNode::Pointer result = root->Dualise(false);
+  if (!result) return;
+  const FaultTreeNode::Pointer old = root;
+  const auto top = std::make_shared<OrGate>(old->name, old->model, old->GetId());
+  top->description = old->description;
+  if (old->state != DefaultState) {
+    // The tree as synthesised stays readable in its own state; the old root gives its id away.
+    old->SetCurrentState(DefaultState);
+    top->AddChild(CloneTemplate(*old, old->model, CloneMode::NewNodes));
+    top->SetCurrentState(result->state);
+  }
+  top->AddChild(result);
+  root = top;
 }
 
 namespace {

@@ -19,6 +19,7 @@ void FaultTree::CollectCutSets() {
   maxOrder = 0;
   FaultTreeNode* const top = GetTopGate();
   if (!top) return;
+  maxOrder = top->ExpandModuleCutSets();
   const Config& config = Config::Instance();
   while (!top->cutSets.empty()) {
     auto entry = top->cutSets.extract(top->cutSets.begin());
@@ -56,17 +57,32 @@ void FaultTree::Store(CutSetMap::node_type entry) {
   primeIndex->Add(*place->second);
 }
 
+bool FaultTree::FindSubsumed(const CutSet& candidate, std::vector<CutSet*>& around) const {
+  // The set of no events is in no list, and lies inside every other.
+  if (!cutSets.empty() && cutSets.begin()->second->events.empty()) return true;
+  if (candidate.events.empty()) {
+    for (const auto& [key, cutSet] : cutSets) around.push_back(cutSet.get());
+    return false;
+  }
+  return primeIndex->IsSubsumed(candidate, around);
+}
+
 bool FaultTree::IsSubsumed(const CutSet& candidate) {
   std::vector<CutSet*> redundant;
-  const bool subsumed = primeIndex->IsSubsumed(candidate, redundant);
+  const bool subsumed = FindSubsumed(candidate, redundant);
   for (CutSet* cutSet : redundant) RemoveCutSet(*cutSet);
   return subsumed;
 }
 
-void FaultTree::RemoveCutSet(CutSet& cutSet) {
+void FaultTree::RemoveCutSet(CutSet& cutSet) { TakeCutSet(cutSet); }
+
+std::unique_ptr<CutSet> FaultTree::TakeCutSet(CutSet& cutSet) {
   primeIndex->RemoveAndPrune(cutSet);
   const auto entry = cutSets.find(cutSet.prime);
-  if (entry != cutSets.end() && entry->second.get() == &cutSet) cutSets.erase(entry);
+  if (entry == cutSets.end() || entry->second.get() != &cutSet) return nullptr;
+  std::unique_ptr<CutSet> taken = std::move(entry->second);
+  cutSets.erase(entry);
+  return taken;
 }
 
 }  // namespace FTS

@@ -36,6 +36,7 @@ class BasicEvent : public FaultTreeNode, public IPrime, public ISafetyRequiremen
                     const std::shared_ptr<InputDeviationProxy>& mechanism) override;
   Pointer DualiseWithin(NegationWalk& walk, bool negate) override;
   int GenerateCutSets() override;
+  std::unique_ptr<BDDParent> BuildBDD(bool asRoot) override;
   void AddToFMEA(FMEA& fmea, const std::shared_ptr<FaultTree>& tree) override;
 
   // Failure data: analysis/FailureModels.cpp
@@ -111,6 +112,7 @@ class ComplementEvent : public BasicEvent {
   double GetUnavailability() const override { return 1.0 - source->GetUnavailability(); }
   Pointer Clone(Model* target, CloneMode mode, bool copyStates,
                 const std::shared_ptr<Component>& context) override;
+  std::unique_ptr<BDDParent> BuildBDD(bool asRoot) override;
 
   BasicEvent* source;  ///< The event; it owns this complement and outlives the trees it is in.
 

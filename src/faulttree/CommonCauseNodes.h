@@ -22,6 +22,7 @@ class PCCFNode : public BasicEvent {
   void RegisterSelf(Model& target) override;
   void FindContradictions(OnceMarks& marks) override;
   int GenerateCutSets() override;
+  std::unique_ptr<BDDParent> BuildBDD(bool asRoot) override;
 
   std::shared_ptr<CCF> actual;  ///< Null until activated.
 

@@ -47,6 +47,8 @@ class FaultTreeGate : public FaultTreeNode {
                     const std::shared_ptr<InputDeviationProxy>& mechanism) override;
   Pointer DualiseWithin(NegationWalk& walk, bool negate) override;
   int GenerateCutSets() override;
+  int ExpandModuleCutSets() override;
+  std::unique_ptr<BDDParent> BuildBDD(bool asRoot) override;
   bool AddCutSet(std::unique_ptr<CutSet> cutSet, bool skipCheck) override;
   void ResetOwnCutSets() override;
   void AddToFMEA(FMEA& fmea, const std::shared_ptr<FaultTree>& tree) override;
@@ -58,7 +60,7 @@ class FaultTreeGate : public FaultTreeNode {
   void RemoveFromIndex(const CutSet& cutSet);
   /// The index of `cutSets`, made when it was not needed so far.
   CutSetIndex& GetIndex();
-  /// Copies the cut sets of a module to its event, when they are complete.
+  /// Hands the cut sets of a module to its event, when they are complete.
   void FillModuleEvent();
   /// Warns, once for each input, that this AND gate goes on without the input.
   void ReportIgnoredInput(const FaultTreeNode& input);

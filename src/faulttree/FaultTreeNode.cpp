@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "analysis/BDD.h"
 #include "analysis/CutSet.h"
 #include "analysis/ModuleEvent.h"
 #include "faulttree/BasicEvent.h"

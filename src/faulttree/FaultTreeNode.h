@@ -155,8 +155,32 @@ class FaultTreeNode : public IPrintable,
   // Variable order: analysis/OrderWeights.cpp
 
   /// Hands weights down: child i of n gets weight * 0.5 + (n - i) * 0.001. Larger means nearer to
-  /// the root. An event that several paths reach keeps the weight of the last.
+  /// the root. An event that several paths reach keeps the weight of the last. The event of a
+  /// module takes the weight of its gate, and what lies below a module is left alone.
   void AssignOrderWeight(float weight);
+
+  // Modules: analysis/Modules.cpp
+
+  /// Takes the graph back to the state before the search: no dates, modules and cut sets.
+  void ResetModules();
+  /// Dates the visits of every node of the graph, depth first from `date` on (at least 1); a gate
+  /// is descended into once. Returns the last date given.
+  int AssignVisitNumbersAlt(int date);
+  /// Marks the gates that are modules, gives them their events and appends them, inner ones first.
+  /// Needs the dates.
+  void FindModulesDeep(std::vector<std::shared_ptr<FaultTreeGate>>& modules);
+  /// Puts the cut sets of modules in the place of module events in this node's cut sets, as far as
+  /// they stay within the order limit. Returns the highest order that came of it, of those left out
+  /// too; 0 when there was nothing to expand.
+  virtual int ExpandModuleCutSets() { return 0; }
+
+  // Decision diagrams: analysis/BDDGeneration.cpp
+
+  /// A private copy of the node's diagram, null for a node that nothing is known to cause. Other
+  /// nodes meet a module as one variable; `asRoot` builds what is below it.
+  virtual std::unique_ptr<BDDParent> BuildBDD(bool asRoot) = 0;
+  /// Drops the memoised diagrams of the graph, without those below inner modules.
+  void ClearBDD();
 
   // Cut sets: analysis/CutSetGeneration.cpp
 
@@ -192,11 +216,18 @@ class FaultTreeNode : public IPrintable,
   std::string name;
   Model* model;                              ///< Not owned; null outside a model.
   std::unique_ptr<ModuleEvent> moduleEvent;  ///< Stands for this gate while it `isModule`.
+  std::unique_ptr<BDDParent> bdd;            ///< The memoised diagram, null until built.
   Pointer clone;                             ///< The memoised result of `Clone`.
   mutable std::uint64_t lastWalk = 0;        ///< Belongs to `OnceMarks`.
   const int id;
   NodeType type;
-  int maxOrder = 0;            ///< The largest order of a cut set held, 0 without cut sets.
+  int maxOrder = 0;  ///< The largest order of a cut set held, 0 without cut sets.
+  // Dates of visits, 0 until set: the node's own, and the extremes of its graph.
+  int firstVisit = 0;
+  int secondVisit = 0;
+  int lastVisit = 0;
+  int minVisit = 0;  ///< Also tells that the search for modules is done with the node.
+  int maxVisit = 0;
   bool contradictory = false;  ///< The node can never be true.
   bool isModule = false;       ///< The graph below shares no node with the rest of its tree.
   bool cutSetsDone = false;

@@ -36,8 +36,11 @@ class ProxyNode : public FaultTreeNode {
   void TakeCoverage(CoverageWalk& walk,
                     const std::shared_ptr<InputDeviationProxy>& mechanism) override;
   Pointer DualiseWithin(NegationWalk& walk, bool negate) override;
-  /// An empty proxy throws `VtnException` "No component for: " and its name.
+  /// An empty proxy throws `VtnException` "No component for: " and its name; a start state, which
+  /// needs no cause, has no cut sets.
   int GenerateCutSets() override;
+  /// An empty proxy gives what `GenerateCutSets` gives.
+  std::unique_ptr<BDDParent> BuildBDD(bool asRoot) override;
   void AddToFMEA(FMEA& fmea, const std::shared_ptr<FaultTree>& tree) override;
 
   /// The event that stands in for a proxy that stays empty while hanging nodes are kept; made on
@@ -50,6 +53,8 @@ class ProxyNode : public FaultTreeNode {
   void SelectState(const std::string& value) override;
   void CopyListToState(const std::string& value) override;
   void AppendCloned(std::vector<FaultTreeNode*>& nodes) const override;
+  /// Throws for an empty proxy that must not be empty.
+  void RequireChild() const;
   /// The owner of the port that the name leads to, behind its first "-"; null when there is none.
   std::shared_ptr<Component> FindNamedOwner() const;
   /// A node of the exact class of this one with its own fields carried over, for `Clone`, which

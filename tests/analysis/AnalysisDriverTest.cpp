@@ -4,7 +4,6 @@
 #include "analysis/FaultTree.h"
 #include "app/Config.h"
 #include "faulttree/FaultTreeGate.h"
-#include "model/VtnException.h"
 #include "platform/BigStack.h"
 #include "support/CapturedStreams.h"
 #include "support/CutSetText.h"
@@ -18,7 +17,10 @@ namespace {
 
 class AnalysisTest : public ProcessStateTest {
  protected:
-  AnalysisTest() { Config::Instance().quantAnalysisTypes = QuantAnalysisType::EsaryProschan; }
+  AnalysisTest() {
+    Config::Instance().quantAnalysisTypes = QuantAnalysisType::EsaryProschan;
+    Config::Instance().modularise = false;
+  }
 
   std::shared_ptr<FaultTree> Add(const std::string& text) {
     const auto tree = std::make_shared<FaultTree>(builder.Tree(text));
@@ -134,31 +136,41 @@ TEST_F(AnalysisTest, TreesMayShareTheirNodes) {
   EXPECT_EQ(TextOf(second->cutSets), "A B E; A C E");
 }
 
-TEST_F(AnalysisTest, NegationEndsTheRunInsteadOfWrongCutSets) {
-  const auto tree = Add("First=OR(A, NOT(B))");
-  tree->containsNot = true;
+TEST_F(AnalysisTest, ModulesAreReportedOnBothStreams) {
+  Config::Instance().modularise = true;
+  const auto tree = Add("First=OR(AND(A, B), AND(C, D))");
   const CapturedStreams streams;
-  try {
-    parts.model.Analyse(false);
-    FAIL() << "Negation is not analysed yet.";
-  } catch (const VtnException& exception) {
-    EXPECT_EQ(exception.GetMessage(),
-              "The fault tree First holds a negation, which this version cannot analyse.");
-  }
-  EXPECT_TRUE(tree->cutSets.empty());
+  parts.model.Analyse(false);
+  EXPECT_EQ(streams.Errors(), "Number of modules found: 3\n");
+  EXPECT_EQ(streams.Output().substr(0, streams.Output().find("\tUnavailability")),
+            "Analysing: \n"
+            "    First\n"
+            "\tModularisation complete: 3 modules found.\n"
+            "\tMICSUP produced 2 in: 0s\n");
+  EXPECT_EQ(TextOf(tree->cutSets), "A B; C D");
 }
 
-TEST_F(AnalysisTest, DecisionDiagramsEndTheRunInsteadOfNothing) {
-  Add("First=OR(A, B)");
-  const CapturedStreams streams;
-  try {
-    parts.model.Analyse(true);
-    FAIL() << "Decision diagrams are not built yet.";
-  } catch (const VtnException& exception) {
-    EXPECT_EQ(exception.GetMessage(),
-              "The fault tree First cannot be analysed by binary decision diagrams in this "
-              "version.");
-  }
+TEST_F(AnalysisTest, NegationIsAnalysedWithTheConsensusLaw) {
+  const auto tree = Add("First=OR(A, NOT(B))");
+  tree->containsNot = true;
+  const std::string printed = Analyse();
+  EXPECT_EQ(TextOf(tree->cutSets),
+            "A; \xAC"
+            "B");
+  EXPECT_NE(printed.find("    First\n\tApplying initial Consensus Law...\n"
+                         "\tGenerating derived Consensus Cut Sets...\n\tMICSUP produced 2 in"),
+            std::string::npos)
+      << printed;
+}
+
+TEST_F(AnalysisTest, DecisionDiagramsTellTheirSize) {
+  const auto tree = Add("First=OR(A, B)");
+  const std::string printed = Analyse(true);
+  EXPECT_EQ(TextOf(tree->cutSets), "A; B");
+  EXPECT_NE(printed.find("    First\n      5 nodes in tree\n      Collecting cut sets...\n"
+                         "\tBDD produced 2 in: 0s\n"),
+            std::string::npos)
+      << printed;
 }
 
 /// A clock that tells another time at each look: 0, 1 s, 3 s, 6 s, 10 s, ...

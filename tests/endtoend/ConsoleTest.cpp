@@ -52,6 +52,7 @@ TEST_F(ConsoleTest, TellsWhatWasFoundStepByStep) {
                                           "Full synthesis complete in <time>\n"
                                           "Analysing: \n"
                                           "    H\n"
+                                          "\tModularisation complete: 1 modules found.\n"
                                           "\tMICSUP produced 2 in: <time>\n"
                                           "\tUnavailability of 0.55 calculated in: <time>\n"
                                           "\tFrequency of 0 calculated in: <time>\n"
