@@ -1,4 +1,5 @@
-// Synthesis: one fault tree per hazard, else per system output, grown from the architecture.
+// Synthesis: one fault tree per failed state of a state machine, else per hazard, else per
+// system output, grown from the architecture.
 // The driver of resolution (Resolution.cpp) and refinement (Refinement.cpp), and the one place of
 // synthesis that writes progress to standard output. Trees share the logic of shared deviations.
 
@@ -21,7 +22,6 @@
 #include "model/Port.h"
 #include "model/StateMachine.h"
 #include "model/Subsystem.h"
-#include "model/VtnException.h"
 #include "platform/Clock.h"
 
 namespace FTS {
@@ -64,10 +64,8 @@ void Model::Synthesise() {
     perspective->rootSubsystem->Instantiate();
   }
   if (!stateMachine->failStates.empty()) {
-    throw VtnException("The model declares failed states, which this version cannot analyse: " +
-                       stateMachine->failStates.front()->name);
-  }
-  if (hazards.empty()) {
+    SynthesiseFromStateMachine();
+  } else if (hazards.empty()) {
     SynthesiseFromSystemOutports();
   } else {
     SynthesiseFromHazards();

@@ -48,6 +48,9 @@ class Model : public IVisitable {
 
   virtual void SynthesiseFromSystemOutports();
   virtual void SynthesiseFromHazards();
+  /// One tree for each failed state that can be reached; prints the logic of each, as built and as
+  /// resolved: faulttree/FailedStates.cpp. Throws like `StateMachine::Link`.
+  virtual void SynthesiseFromStateMachine();
 
   // Building: model/Model.cpp
 

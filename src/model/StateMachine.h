@@ -5,15 +5,21 @@
 #include <string>
 #include <vector>
 
+#include "faulttree/Forward.h"
 #include "model/Forward.h"
 
 namespace FTS {
 
 /// A way from one state of the system to another, caused by an output deviation.
-class Transition {
+class Transition : public std::enable_shared_from_this<Transition> {
  public:
   Transition(std::string initName, std::string initCause, std::string initDestinationName,
              const std::shared_ptr<State>& initOwner);
+
+  /// Finds destination and deviation, and enters this transition in the destination's `incoming`.
+  /// Throws `VtnException` for a state, a port or a deviation that does not exist:
+  /// faulttree/FailedStates.cpp.
+  void Link(Model& model);
 
   std::shared_ptr<OutputDeviation> deviation;  ///< Null until linked.
   std::string cause;                           ///< Class, "-", port.
@@ -27,6 +33,11 @@ class Transition {
 class State : public std::enable_shared_from_this<State> {
  public:
   State(std::string initName, const std::shared_ptr<StateMachine>& initMachine);
+
+  /// Hangs under the proxy by which transitions and causes the system comes from a start to this
+  /// state. False when no way leads here that does not come back to itself. Needs linked states:
+  /// faulttree/FailedStates.cpp.
+  bool BuildFailLogic(Model& model, ProxyNode& proxy);
 
   bool isFail = false;
   std::string failName;                               ///< Labels the tree of a failed state.
@@ -45,6 +56,9 @@ class StateMachine : public std::enable_shared_from_this<StateMachine> {
 
   /// Enters the state under its name, in the place of one of the same name.
   void AddState(const std::shared_ptr<State>& state);
+  /// Binds all transitions, in the order of the states' names; see `Transition::Link`. What an
+  /// earlier linking has filled in goes first.
+  void Link(Model& target);
   /// Takes back what linking has filled in: links lead in circles and would never be freed.
   void Unlink();
   /// An unlinked copy for another model.
