@@ -2,6 +2,7 @@
 
 #include <tinyxml.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <optional>
 #include <utility>
@@ -26,6 +27,28 @@ std::string WithUnixLineEnds(std::string_view buffer) {
     const bool startsPair = buffer[i] == '\r' && i + 1 < buffer.size() && buffer[i + 1] == '\n';
     if (startsPair) continue;
     text += buffer[i] == '\r' ? '\n' : buffer[i];
+  }
+  return text;
+}
+
+/// The text without its comments, in which every tag keeps its place: what stands behind a comment
+/// moves up to it, and blanks stand behind that. The parser would make two texts of the pieces, and
+/// lose whether there is a blank between them.
+std::string WithoutComments(std::string text, const std::vector<XmlComment>& comments) {
+  for (auto comment = comments.begin(); comment != comments.end();) {
+    std::size_t target = comment->begin;
+    std::size_t next = target;
+    std::string blanks;  // As many lines as the comments, for the rows of the tags behind.
+    while (comment != comments.end() && comment->begin == next) {
+      for (std::size_t i = comment->begin; i < comment->end; ++i) {
+        blanks += text[i] == '\n' ? '\n' : ' ';
+      }
+      next = std::min(text.find('<', comment->end), text.size());
+      std::copy(text.begin() + comment->end, text.begin() + next, text.begin() + target);
+      target += next - comment->end;
+      ++comment;
+    }
+    std::copy(blanks.begin(), blanks.end(), text.begin() + target);
   }
   return text;
 }
@@ -68,15 +91,15 @@ struct XmlDocument::Content {
 
   void TakeError(const XmlScan& scan) {
     errorText = scan.errorText;
-    errorRow = scan.errorRow;
-    errorColumn = scan.errorColumn;
+    errorPlace = scan.errorPlace;
   }
 
-  void TakeParserError() {
+  void TakeParserError(std::string_view text) {
     errorText = document->ErrorDesc();
-    errorRow = document->ErrorRow();
-    errorColumn = document->ErrorCol();
+    errorPlace = {document->ErrorRow(), document->ErrorCol()};
     document.reset();
+    // The parser has no place for what it has missed up to the end.
+    if (errorPlace.row == 0 && !text.empty()) errorPlace = PlaceInText(text, text.size());
   }
 
   /// Hangs each element's row on it.
@@ -87,8 +110,7 @@ struct XmlDocument::Content {
   std::optional<TiXmlDocument> document;  // Only in a sound document.
   std::vector<int> rows;                  // Of the elements in document order, counted from 0.
   std::string errorText;
-  int errorRow = 0;
-  int errorColumn = 0;
+  XmlPlace errorPlace;
 };
 
 std::string_view XmlElement::Name() const {
@@ -128,16 +150,19 @@ XmlDocument XmlDocument::LoadFile(const std::string& path) {
 XmlDocument XmlDocument::LoadMemory(std::string_view buffer) {
   auto content = std::make_unique<Content>();
   std::string text = WithUnixLineEnds(buffer);
-  XmlScan scan = ScanXml(text, DeepestNesting);
+  XmlScan scan = ScanXml(text, {DeepestNesting, MostAttributes});
   if (!scan.errorText.empty()) {
     content->TakeError(scan);
     return XmlDocument(std::move(content));
   }
-  text.append(PaddingSize, '\0');
-  content->Parse(text, false);
+  const std::size_t size = text.size();
+  std::string visible = WithoutComments(text, scan.comments);
+  for (std::string* parsed : {&text, &visible}) parsed->append(PaddingSize, '\0');
+  content->Parse(visible, false);
+  // Once more, now for the place of the error in the text as it was written.
+  if (content->document->Error()) content->Parse(text, true);
   if (content->document->Error()) {
-    content->Parse(text, true);  // Once more, now for the place of the error.
-    content->TakeParserError();
+    content->TakeParserError(std::string_view(text).substr(0, size));
     return XmlDocument(std::move(content));
   }
 
@@ -145,7 +170,7 @@ XmlDocument XmlDocument::LoadMemory(std::string_view buffer) {
   content->rows = std::move(scan.elementRows);
   if (elements.size() != content->rows.size()) {
     // Broken multi-byte characters swallow tags in the parser's eyes only. It must know best.
-    content->Parse(text, true);
+    content->Parse(visible, true);
     elements = ElementsInOrder(*content->document);
     content->rows.clear();
     for (const TiXmlElement* element : elements) content->rows.push_back(element->Row() - 1);
@@ -164,9 +189,9 @@ bool XmlDocument::HasError() const { return !content->errorText.empty(); }
 
 const std::string& XmlDocument::ErrorText() const { return content->errorText; }
 
-int XmlDocument::ErrorRow() const { return content->errorRow; }
+int XmlDocument::ErrorRow() const { return content->errorPlace.row; }
 
-int XmlDocument::ErrorColumn() const { return content->errorColumn; }
+int XmlDocument::ErrorColumn() const { return content->errorPlace.column; }
 
 XmlElement XmlDocument::FirstChild(std::string_view name) const {
   if (!content->document) return XmlElement();

@@ -31,7 +31,7 @@ class XmlElement {
 
   /// The text that the element begins with: blanks at both ends cut, runs of blanks folded into
   /// one, the usual entities replaced; an ampersand that starts none of them is dropped. Parts in
-  /// CDATA stand as they are. Empty if the element begins with a child element or a comment.
+  /// CDATA stand as they are, and comments are no part of it. Empty if a child element comes first.
   std::string_view Text() const;
 
   /// The line its tag begins in, counted from 0.
@@ -52,6 +52,9 @@ class XmlDocument {
   /// How deep elements may be nested.
   static constexpr int DeepestNesting = 1000;
 
+  /// How many attributes an element may have.
+  static constexpr int MostAttributes = 1000;
+
   /// Loads a file. A folder, and a file that can't be opened, give a document in error.
   static XmlDocument LoadFile(const std::string& path);
 
@@ -67,7 +70,8 @@ class XmlDocument {
   /// What is wrong; empty for a sound document.
   const std::string& ErrorText() const;
 
-  /// Where it is wrong, counted from 1. Both are 0 when no place can be told, as for an empty text.
+  /// Where it is wrong, counted from 1: the end of the text when something is missing that might
+  /// have come anywhere. Both are 0 for an empty text.
   int ErrorRow() const;
   int ErrorColumn() const;
 

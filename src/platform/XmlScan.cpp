@@ -50,8 +50,8 @@ bool StartsWithIgnoringCase(std::string_view text, std::string_view lowerCase) {
 
 class Scanner {
  public:
-  Scanner(std::string_view initText, int initDeepestNesting)
-      : text(initText), deepestNesting(initDeepestNesting) {}
+  Scanner(std::string_view initText, const XmlLimits& initLimits)
+      : text(initText), limits(initLimits) {}
 
   XmlScan Run() {
     const std::size_t nul = text.find('\0');
@@ -76,11 +76,8 @@ class Scanner {
 
   /// Always false, for callers that stop at once.
   bool Refuse(const std::string& reason, std::size_t place) {
-    const std::size_t lineEnd = text.substr(0, place).rfind('\n');
-    const std::size_t lineStart = lineEnd == std::string_view::npos ? 0 : lineEnd + 1;
     result.errorText = reason;
-    result.errorRow = RowOf(place) + 1;
-    result.errorColumn = static_cast<int>(place - lineStart) + 1;
+    result.errorPlace = PlaceInText(text, place);
     return false;
   }
 
@@ -115,7 +112,7 @@ class Scanner {
       return SkipDeclaration() || Refuse("Error parsing Declaration.", start);
     }
     if (rest.starts_with("<!--")) {
-      return SkipPast("-->", start + 4) || Refuse("Error parsing Comment.", start);
+      return SkipComment() || Refuse("Error parsing Comment.", start);
     }
     if (rest.starts_with("<![CDATA[")) {
       return SkipPast("]]>", start + 9) || Refuse("Error parsing CDATA.", start);
@@ -128,15 +125,29 @@ class Scanner {
     return SkipPast(">", start) || Refuse("Error parsing Unknown.", start);
   }
 
+  bool SkipComment() {
+    const std::size_t start = position;
+    if (!SkipPast("-->", start + 4)) return false;
+    if (depth > 0) result.comments.push_back({start, position});
+    return true;
+  }
+
+  /// Refuses the tag at `place`, which is that of the last element.
+  bool RefuseTag(const std::string& reason, std::size_t place) {
+    const std::string line = std::to_string(result.elementRows.back() + 1);
+    return Refuse("Error: " + reason + " in line " + line + ".", place);
+  }
+
   bool ReadStartTag() {
-    result.elementRows.push_back(RowOf(position));
-    if (depth == deepestNesting) {
-      return Refuse("Error: elements are nested deeper than " + std::to_string(deepestNesting) +
-                        " levels in line " + std::to_string(result.elementRows.back() + 1) + ".",
-                    position);
+    const std::size_t start = position;
+    result.elementRows.push_back(RowOf(start));
+    if (depth == limits.nesting) {
+      return RefuseTag(
+          "elements are nested deeper than " + std::to_string(limits.nesting) + " levels", start);
     }
     ++position;
     SkipName();
+    int attributes = 0;
     for (SkipBlanks(); !AtEnd(); SkipBlanks()) {
       if (IsAt('>')) {
         ++position;
@@ -148,6 +159,10 @@ class Scanner {
         return position <= text.size() && text[position - 1] == '>';
       }
       if (!SkipAttribute()) return false;
+      if (++attributes > limits.attributes) {
+        return RefuseTag(
+            "an element has more than " + std::to_string(limits.attributes) + " attributes", start);
+      }
     }
     return false;
   }
@@ -198,7 +213,7 @@ class Scanner {
   }
 
   const std::string_view text;
-  const int deepestNesting;
+  const XmlLimits limits;
   std::size_t position = 0;
   int depth = 0;
   int row = 0;  // Of `rowPlace`, from where the next line ends are counted.
@@ -208,8 +223,16 @@ class Scanner {
 
 }  // namespace
 
-XmlScan ScanXml(std::string_view text, int deepestNesting) {
-  return Scanner(text, deepestNesting).Run();
+XmlPlace PlaceInText(std::string_view text, std::size_t index) {
+  const std::string_view before = text.substr(0, index);
+  const std::size_t lineEnd = before.rfind('\n');
+  const std::size_t lineStart = lineEnd == std::string_view::npos ? 0 : lineEnd + 1;
+  const auto lineEnds = std::count(before.begin(), before.end(), '\n');
+  return {static_cast<int>(lineEnds) + 1, static_cast<int>(index - lineStart) + 1};
+}
+
+XmlScan ScanXml(std::string_view text, const XmlLimits& limits) {
+  return Scanner(text, limits).Run();
 }
 
 }  // namespace FTS

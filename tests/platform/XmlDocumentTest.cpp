@@ -26,6 +26,14 @@ class XmlDocumentTest : public ProcessStateTest {
     return text;
   }
 
+  /// Attributes of different names, each behind a blank.
+  static std::string Attributes(int count) {
+    std::string text;
+    for (int i = 0; i < count; ++i)
+      text += " a" + std::to_string(i) + "='" + std::to_string(i) + "'";
+    return text;
+  }
+
   XmlDocument document = XmlDocument::LoadMemory("");
   TemporaryFolder folder;
 };
@@ -116,7 +124,22 @@ INSTANTIATE_TEST_SUITE_P(
         TextCase{"LineEndsInCDataAreUnified", "<r><![CDATA[a\r\nb\rc]]></r>", "a\nb\nc"},
         TextCase{"EndsAtAChild", "<r>a<b>x</b>c</r>", "a"},
         TextCase{"NoneBehindAChild", "<r><b>x</b>c</r>", ""},
-        TextCase{"NoneBehindAComment", "<r><!-- c -->a</r>", ""}),
+        TextCase{"GoesOnBehindAComment", "<r>a <!-- x --> + b</r>", "a + b"},
+        TextCase{"BeginsBehindAComment", "<r><!-- c -->a</r>", "a"},
+        TextCase{"EndsBeforeAComment", "<r> a <!-- c --> </r>", "a"},
+        TextCase{"CommentIsNoBlank", "<r>a<!-- c -->b</r>", "ab"},
+        TextCase{"BlankBeforeACommentStays", "<r>a <!-- c -->b</r>", "a b"},
+        TextCase{"BlankBehindACommentStays", "<r>a<!-- c --> b</r>", "a b"},
+        TextCase{"BlankBetweenCommentsStays", "<r>a<!-- c --> <!-- d -->b</r>", "a b"},
+        TextCase{"ManyCommentsArePassedOver", "<r><!--1-->a<!--2-->b <!--3--><!--4--> c<!----></r>",
+                 "ab c"},
+        TextCase{"CommentsOfManyLinesArePassedOver", "<r>a\n<!-- c\n\n --> + <!--\n--> b\n</r>",
+                 "a + b"},
+        TextCase{"CDataJoinsTextAcrossAComment", "<r>a<!-- c --><![CDATA[<b>]]><!-- d -->c</r>",
+                 "a<b>c"},
+        TextCase{"CommentOfTagsIsPassedOver", "<r>a<!-- <b>x</b> -- > -->c<b/></r>", "ac"},
+        TextCase{"NothingInAComment", "<r><!-- c --></r>", ""},
+        TextCase{"NoneBehindACommentAndAChild", "<r><!-- c --><b/>a<!-- d -->e</r>", ""}),
     CaseName);
 
 // Rows.
@@ -135,19 +158,23 @@ TEST_P(XmlRowTest, IsTheLineOfTheTag) {
 
 INSTANTIATE_TEST_SUITE_P(
     Rows, XmlRowTest,
-    ::testing::Values(RowCase{"FirstLineIsZero", "<r><x/></r>", 0},
-                      RowCase{"LineFeeds", "<r>\n\n<x/></r>", 2},
-                      RowCase{"CarriageReturnsWithLineFeeds", "<r>\r\n\r\n<x/>\r\n</r>", 2},
-                      RowCase{"CarriageReturns", "<r>\r\r<x/></r>", 2},
-                      RowCase{"WhereTheTagBegins", "<r>\n<x\n\na='\n'>\n\n</x></r>", 1},
-                      RowCase{"BehindAComment", "<r><!-- <x>\n\n</x> -->\n<x/></r>", 3},
-                      RowCase{"BehindCData", "<r><![CDATA[<x>\n]]>\n<x/></r>", 2},
-                      RowCase{"BehindADeclaration",
-                              "<?xml version='1.0'\n?>\n<!DOCTYPE\nr>\n<r><x/></r>", 4},
-                      RowCase{"BehindAnAttribute", "<r a='>\n<x>'\n>\n<x/></r>", 3},
-                      RowCase{"BehindOtherElements", "<r>\n<a><x/></a>\n<b>\n</b>\n<x/></r>", 4},
-                      RowCase{"BehindABrokenCharacterThatSwallowsATag",
-                              "<?xml version='1.0' encoding='UTF-8'?>\n<r>\xF0<a/>\n<x/></r>", 2}),
+    ::testing::Values(
+        RowCase{"FirstLineIsZero", "<r><x/></r>", 0}, RowCase{"LineFeeds", "<r>\n\n<x/></r>", 2},
+        RowCase{"CarriageReturnsWithLineFeeds", "<r>\r\n\r\n<x/>\r\n</r>", 2},
+        RowCase{"CarriageReturns", "<r>\r\r<x/></r>", 2},
+        RowCase{"WhereTheTagBegins", "<r>\n<x\n\na='\n'>\n\n</x></r>", 1},
+        RowCase{"BehindAComment", "<r><!-- <x>\n\n</x> -->\n<x/></r>", 3},
+        RowCase{"BehindTextsAmongComments", "<r>a<!-- b\n\n -->\nc<!--\n-->d\n\n<x/></r>", 6},
+        RowCase{"BehindCData", "<r><![CDATA[<x>\n]]>\n<x/></r>", 2},
+        RowCase{"BehindADeclaration", "<?xml version='1.0'\n?>\n<!DOCTYPE\nr>\n<r><x/></r>", 4},
+        RowCase{"BehindAnAttribute", "<r a='>\n<x>'\n>\n<x/></r>", 3},
+        RowCase{"BehindOtherElements", "<r>\n<a><x/></a>\n<b>\n</b>\n<x/></r>", 4},
+        RowCase{"BehindABrokenCharacterThatSwallowsATag",
+                "<?xml version='1.0' encoding='UTF-8'?>\n<r>\xF0<a/>\n<x/></r>", 2},
+        RowCase{"BehindSuchACharacterAndAComment",
+                "<?xml version='1.0' encoding='UTF-8'?>\n"
+                "<r>\xF0<a/>b<!--\n\n-->c\n<x/></r>",
+                4}),
     CaseName);
 
 // Errors.
@@ -206,6 +233,11 @@ INSTANTIATE_TEST_SUITE_P(
     Errors, XmlErrorTest,
     ::testing::Values(
         ErrorCase{"WrongEndTag", "<r>\n <a>\n </b>\n</r>", "Error reading end tag.", 3, 2},
+        ErrorCase{"WrongEndTagBehindAComment", "<r>\n <a>b<!--\n\n  -->c</b>\n</r>",
+                  "Error reading end tag.", 4, 7},
+        ErrorCase{"CutOff", "<r>\n <a/>\n <a/>", "Error reading Element value.", 3, 6},
+        ErrorCase{"CutOffBehindALineEnd", "<r>\r\n <a/>\r\n", "Error reading end tag.", 3, 1},
+        ErrorCase{"OnlyBlanks", "   \n ", "Error document empty.", 2, 2},
         ErrorCase{"CommentWithoutEnd", "<r>\n <!-- a </r>", "Error parsing Comment.", 2, 2},
         ErrorCase{"CommentWithoutEndBehindTheRoot", "<r/>\n<!-- a", "Error parsing Comment.", 2, 1},
         ErrorCase{"CDataWithoutEnd", "<r>\n\n<![CDATA[a</r>", "Error parsing CDATA.", 3, 1},
@@ -252,6 +284,35 @@ TEST_F(XmlDocumentTest, VeryDeepNestingWithoutEndIsAnErrorToo) {
   EXPECT_TRUE(document.HasError());
   EXPECT_EQ(document.ErrorRow(), 1);
   EXPECT_EQ(document.ErrorColumn(), 9001);
+}
+
+TEST_F(XmlDocumentTest, AttributesMayReachTheLimit) {
+  EXPECT_TRUE(Root("<r" + Attributes(1000) + "><a" + Attributes(1000) + "/></r>").FirstChild());
+}
+
+TEST_F(XmlDocumentTest, MoreAttributesAreAnErrorThatNamesTheLine) {
+  document = XmlDocument::LoadMemory("<r>\n\n  <a" + Attributes(1001) + "/></r>");
+  EXPECT_EQ(document.ErrorText(), "Error: an element has more than 1000 attributes in line 3.");
+  EXPECT_EQ(document.ErrorRow(), 3);
+  EXPECT_EQ(document.ErrorColumn(), 3);
+}
+
+TEST_F(XmlDocumentTest, VeryManyAttributesAreRefusedAtOnce) {
+  document = XmlDocument::LoadMemory("<r" + Attributes(100'000) + "/>");
+  EXPECT_EQ(document.ErrorText(), "Error: an element has more than 1000 attributes in line 1.");
+}
+
+TEST_F(XmlDocumentTest, VeryManySiblingsWithoutEndAreAnErrorAtTheEnd) {
+  document = XmlDocument::LoadMemory("<Model>" + RepeatedText("<a/>", 100'000));
+  EXPECT_TRUE(document.HasError());
+  EXPECT_EQ(document.ErrorRow(), 1);
+  EXPECT_EQ(document.ErrorColumn(), 7 + 400'000 + 1);
+}
+
+TEST_F(XmlDocumentTest, VeryManyCommentsInATextArePassedOver) {
+  constexpr int Comments = 100'000;
+  EXPECT_EQ(Root("<r>" + RepeatedText("a<!-- -->", Comments) + "</r>").Text(),
+            std::string(Comments, 'a'));
 }
 
 TEST_F(XmlDocumentTest, ManySiblingsAreNoNesting) {
