@@ -52,17 +52,18 @@ std::vector<StateExpression> SplitStates(std::string_view text) {
 }
 
 struct WrittenName {
-  std::string failureClass;  // Empty without a hyphen, which has been reported.
+  bool hasHyphen;            // One without has been reported.
+  std::string failureClass;  // May be empty in front of a hyphen too.
   std::string place;         // A port, or what is exported.
 };
 
 WrittenName SplitName(XmlElement element) {
   const std::string name = ElementText(element, "Name");
   const std::size_t hyphen = name.find('-');
-  if (hyphen != std::string::npos) return {name.substr(0, hyphen), name.substr(hyphen + 1)};
+  if (hyphen != std::string::npos) return {true, name.substr(0, hyphen), name.substr(hyphen + 1)};
   DiagnosticLog::Instance().AddError("Output Deviation " + name + " has no failure class." +
                                      LineNumberNote(element));
-  return {"", name};
+  return {false, "", name};
 }
 
 void Store(const std::shared_ptr<OutputDeviation>& deviation, const std::string& state,
@@ -94,10 +95,7 @@ void vtnxParser::ReadOutputDeviation(XmlElement element) {
   const std::string port = BehindLastPoint(name.place);
   // Without a hyphen the name has been reported; that it names no port either is no second fault,
   // and would keep the rest of the file from being read.
-  if (name.failureClass.empty() && name.place.find('-') == std::string::npos &&
-      !component->FindPort(port)) {
-    return;
-  }
+  if (!name.hasHyphen && !component->FindPort(port)) return;
   AddFailureClass(name.failureClass);
   const auto deviation = std::make_shared<OutputDeviation>(component, name.failureClass, port);
   deviation->description = ElementText(element, "Description");

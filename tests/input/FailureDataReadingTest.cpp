@@ -306,6 +306,19 @@ TEST_F(FailureDataReadingTest, DeviationOfAMissingPortStopsTheReading) {
             "Could not find port in component: DEFAULT::Pump with failure subject: x");
 }
 
+TEST_F(FailureDataReadingTest, EmptyClassDoesNotHideThatThePortIsMissing) {
+  const std::string message =
+      "Could not find port in component: DEFAULT::Pump with failure subject: ";
+  for (const std::string port : {"x", "", "-", "-x"}) {
+    EXPECT_EQ(ThrownBy([&] {
+                ReadFailureData("<OutputDeviations><OutputDeviation><Name>-" + port +
+                                "</Name></OutputDeviation></OutputDeviations>");
+              }),
+              message + port);
+  }
+  EXPECT_THAT(Errors(), IsEmpty());
+}
+
 TEST_F(FailureDataReadingTest, ExpressionStartsAtTheLineOfItsDeviation) {
   ReadFailureData(
       "\n\n<OutputDeviations>\n<OutputDeviation><Name>Omission-out</Name>\n"
