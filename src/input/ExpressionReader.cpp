@@ -74,7 +74,8 @@ bool ExpressionReader::TakeOperator(const OperatorLevel& level) {
 ExpressionReader::NodePointer ExpressionReader::ReadParenthesised() {
   parser.Match(TokenType::LeftParenthesis);
   if (++nesting > DeepestNesting) {
-    throw ParseException("Expression with parentheses nested too deeply", LineNumber());
+    throw ParseException("Expression with parentheses nested too deeply in " + Owner(),
+                         LineNumber());
   }
   NodePointer expression = ReadExpression();
   --nesting;
@@ -102,6 +103,13 @@ bool ExpressionReader::HeadIsClass() const {
   return behind && behind->type == TokenType::MINUS;
 }
 
+bool ExpressionReader::HeadIsDefaultPerspective() const {
+  if (!lexer.NextIs(TokenType::Default)) return false;
+  const TokenPtr first = lexer.Peek(1);
+  const TokenPtr second = lexer.Peek(2);
+  return first && second && first->type == TokenType::Colon && second->type == TokenType::Colon;
+}
+
 std::string ExpressionReader::TakeText() {
   const TokenPtr head = lexer.Current();
   if (!head) return "";
@@ -119,7 +127,8 @@ std::string ExpressionReader::ReadName() {
 }
 
 std::string ExpressionReader::ReadQualifiedName() {
-  std::string name = ReadName();
+  // The perspective of models that declare none is called like a keyword.
+  std::string name = HeadIsDefaultPerspective() ? TakeText() : ReadName();
   if (!lexer.Advance(TokenType::Colon)) return name;
   parser.Match(TokenType::Colon);
   return name + "::" + ReadName();

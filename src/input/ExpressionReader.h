@@ -52,6 +52,9 @@ class ExpressionReader {
   /// made of it.
   virtual NodePointer ReadOperand() = 0;
 
+  /// What the expression belongs to, for messages: "hazard: Fire".
+  virtual std::string Owner() const = 0;
+
   /// Consumes "(", an expression and ")".
   NodePointer ReadParenthesised();
 
@@ -66,6 +69,9 @@ class ExpressionReader {
 
   /// Whether the token behind the head is a hyphen, which makes the head a failure class.
   bool HeadIsClass() const;
+
+  /// Whether the head is the word for the default perspective, in front of two colons.
+  bool HeadIsDefaultPerspective() const;
 
   /// Consumes the head, whatever it is, and returns its text; empty at the end of the input.
   std::string TakeText();

@@ -21,12 +21,14 @@ constexpr OperatorLevel Levels[] = {
 class HazardExpressionReader : public ExpressionReader {
  public:
   HazardExpressionReader(Parser& initParser, Lexer& initLexer, Model& initModel,
-                         const std::string& initExpression)
+                         const std::string& initExpression, const std::string& initHazard)
       : ExpressionReader(initParser, initLexer, initModel, Levels, ""),
-        expression(initExpression) {}
+        expression(initExpression),
+        hazard(initHazard) {}
 
  protected:
   NodePointer ReadOperand() override;
+  std::string Owner() const override { return "hazard: " + hazard; }
 
  private:
   /// The longest part of an expression that a message quotes, in bytes.
@@ -37,6 +39,7 @@ class HazardExpressionReader : public ExpressionReader {
   void ReportUnknownNode() const;
 
   const std::string& expression;
+  const std::string& hazard;
 };
 
 HazardExpressionReader::NodePointer HazardExpressionReader::ReadOperand() {
@@ -99,8 +102,9 @@ void HazardExpressionReader::ReportUnknownNode() const {
 
 }  // namespace
 
-Parser::NodePointer Parser::BuildHazardExpression(const std::string& expression) {
-  HazardExpressionReader reader(*this, expressionLexer, *model, expression);
+Parser::NodePointer Parser::BuildHazardExpression(const std::string& expression,
+                                                  const std::string& hazard) {
+  HazardExpressionReader reader(*this, expressionLexer, *model, expression, hazard);
   return ReadExpression(reader, expression, 0);
 }
 

@@ -69,6 +69,7 @@ class LineExpressionReader : public ExpressionReader {
 
  protected:
   NodePointer ReadOperand() override;
+  std::string Owner() const override { return "line: " + line.GetName(); }
 
  private:
   NodePointer ReadBracket();

@@ -42,6 +42,7 @@ class OutputExpressionReader : public ExpressionReader {
 
  protected:
   NodePointer ReadOperand() override;
+  std::string Owner() const override { return "component: " + component->GetFullNameText(); }
 
  private:
   using PrimaryReader = NodePointer (OutputExpressionReader::*)();

@@ -53,8 +53,8 @@ class Parser {
   /// that does not exist.
   void BuildLineExpression(std::string expression, const std::string& failureName, Line& line,
                            std::int32_t startLine, const std::string& failureClass);
-  /// Reads the logic of a hazard. The line in messages is counted from 0.
-  NodePointer BuildHazardExpression(const std::string& expression);
+  /// Reads the logic of the hazard of that name. The line in messages is counted from 0.
+  NodePointer BuildHazardExpression(const std::string& expression, const std::string& hazard);
 
   /// Sets the expression lexer up on a text and lets `reader`, which reads from it, read one
   /// expression. The lexer is the current one meanwhile.

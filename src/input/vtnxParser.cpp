@@ -138,14 +138,16 @@ std::shared_ptr<Hazard> vtnxParser::ReadHazard(XmlElement element) {
 void vtnxParser::ReadHazardLogic(XmlElement element) {
   const std::shared_ptr<Hazard> hazard = ReadHazard(element);
   if (const XmlElement causes = element.FirstChild("Causes")) {
-    ReadCauses(causes, *hazard, [this](const std::string& text, std::int32_t) {
-      return BuildHazardExpression(text);
+    ReadCauses(causes, *hazard, [this, &hazard](const std::string& text, std::int32_t) {
+      return BuildHazardExpression(text, hazard->name);
     });
     return;
   }
   const std::string logic = ElementText(element, "Logic");
   if (logic.empty()) return;
-  if (const NodePointer expression = BuildHazardExpression(logic)) hazard->expression = expression;
+  if (const NodePointer expression = BuildHazardExpression(logic, hazard->name)) {
+    hazard->expression = expression;
+  }
 }
 
 void vtnxParser::ReadState(XmlElement element) {

@@ -16,12 +16,20 @@ namespace FTS {
 
 namespace {
 
+/// Failure expressions turn the keyword "DEFAULT" into a name by this spelling, so that it is what
+/// reaches us for the perspective of models that declare none.
+constexpr const char* WrittenDefault = "Default";
+constexpr const char* DefaultPerspective = "DEFAULT";
+
 /// Null when the model has no perspective at all and the name asks for none.
 std::shared_ptr<Perspective> FindPerspective(const Model& model, const std::string& name,
                                              const std::string& resolving) {
   if (name.empty() && model.perspectives.empty()) return nullptr;
   if (name.empty()) return model.perspectives.begin()->second;
-  const auto found = model.perspectives.find(name);
+  auto found = model.perspectives.find(name);
+  if (found == model.perspectives.end() && name == WrittenDefault) {
+    found = model.perspectives.find(DefaultPerspective);
+  }
   if (found != model.perspectives.end()) return found->second;
   const std::string message = "ERROR: Perspective not found: " + name + resolving;
   DiagnosticLog::Instance().AddError(message);

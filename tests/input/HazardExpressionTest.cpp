@@ -4,6 +4,7 @@
 
 #include "faulttree/DeviationProxies.h"
 #include "input/ExpressionTest.h"
+#include "platform/BigStack.h"
 #include "support/CaseName.h"
 
 namespace FTS {
@@ -16,7 +17,7 @@ using ::testing::SizeIs;
 class HazardExpressionTest : public ExpressionTest {
  protected:
   std::string LogicOf(const std::string& text) {
-    return LogicText(parser.BuildHazardExpression(text));
+    return LogicText(parser.BuildHazardExpression(text, "Flood"));
   }
 };
 
@@ -60,7 +61,7 @@ INSTANTIATE_TEST_SUITE_P(
     CaseName);
 
 TEST_F(HazardExpressionTest, DeviationHasNoLineAndIsNoReferenceOfALine) {
-  const auto node = parser.BuildHazardExpression("A-x");
+  const auto node = parser.BuildHazardExpression("A-x", "Flood");
   const auto& proxy = dynamic_cast<const OutputDeviationProxy&>(*node);
   EXPECT_EQ(proxy.line, -1);
   EXPECT_FALSE(proxy.reference);
@@ -104,6 +105,13 @@ TEST_F(HazardExpressionTest, LinesAreCountedFromZero) {
 TEST_F(HazardExpressionTest, MissingBracketStopsTheReading) {
   EXPECT_EQ(ThrownBy([this] { LogicOf("(A-x + B-y"); }),
             "Match Error #1: Ran out of tokens. Expected: \")\" @0");
+}
+
+TEST_F(HazardExpressionTest, EndlessParenthesesAreRefused) {
+  RunOnBigStack([this] {
+    EXPECT_EQ(ThrownBy([this] { LogicOf(std::string(100000, '(')); }),
+              "Expression with parentheses nested too deeply in hazard: Flood @0");
+  });
 }
 
 TEST_F(HazardExpressionTest, OneColonIsNotEnough) {

@@ -5,6 +5,7 @@
 
 #include "faulttree/DeviationProxies.h"
 #include "input/ExpressionTest.h"
+#include "platform/BigStack.h"
 #include "support/CaseName.h"
 
 namespace FTS {
@@ -183,6 +184,13 @@ TEST_F(LineExpressionTest, MissingPathStopsTheReading) {
 TEST_F(LineExpressionTest, UnknownTokenIsAnErrorAndStopsTheReading) {
   EXPECT_EQ(ThrownBy([this] { Read("~Omission-Pump.out"); }), "Unknown Port Node! @7");
   EXPECT_THAT(Errors(), ElementsAre("Unknown Port Node! (~) [line number : 7]"));
+}
+
+TEST_F(LineExpressionTest, EndlessParenthesesAreRefused) {
+  RunOnBigStack([this] {
+    EXPECT_EQ(ThrownBy([this] { Read(std::string(100000, '(')); }),
+              "Expression with parentheses nested too deeply in line: pipe @7");
+  });
 }
 
 TEST_F(LineExpressionTest, MissingOperandIsAnErrorAndStopsTheReading) {

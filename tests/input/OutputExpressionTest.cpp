@@ -314,6 +314,20 @@ TEST_F(OutputExpressionTest, GlobalGotoKeepsItsText) {
   EXPECT_EQ(Goto("GlobalGoto(Omission-Sys::Valve.out)").name, "Omission-Sys::Valve.out");
 }
 
+TEST_F(OutputExpressionTest, DefaultPerspectiveMayBeNamedThoughItIsAKeyword) {
+  EXPECT_EQ(Goto("GlobalGoto(Omission-DEFAULT::Valve.out)").name, "Omission-DEFAULT::Valve.out");
+  EXPECT_EQ(Goto("LocalGoto(Omission-Default::Valve.out)").name, "Omission-Default::Valve.out");
+  EXPECT_EQ(LogicOf("FromAllocation(Omission-DEFAULT::Cpu.core)"),
+            "ExternalDeviation'Omission-DEFAULT::Cpu.core'");
+}
+
+TEST_F(OutputExpressionTest, KeywordWithoutTwoColonsIsNoPerspective) {
+  EXPECT_EQ(ThrownBy([this] { Output("GlobalGoto(Omission-DEFAULT)"); }),
+            "Match Error #4: Incorrect Token type. Expected: \"<ID>\" but found: \"Default\" @1");
+  EXPECT_EQ(ThrownBy([this] { Output("GlobalGoto(Omission-DEFAULT:x)"); }),
+            "Match Error #4: Incorrect Token type. Expected: \"<ID>\" but found: \"Default\" @1");
+}
+
 TEST_F(OutputExpressionTest, LoneNameInAGlobalGotoIsALabel) {
   EXPECT_EQ(Goto("GlobalGoto(LossOfPower)").name, "LossOfPower");
   EXPECT_TRUE(parser.model->failureClasses.empty());
@@ -360,7 +374,7 @@ TEST_F(OutputExpressionTest, EndlessParenthesesAreRefused) {
   static constexpr std::size_t Depth = 1000000;
   RunOnBigStack([this] {
     EXPECT_EQ(ThrownBy([this] { Output(std::string(Depth, '(')); }),
-              "Expression with parentheses nested too deeply @1");
+              "Expression with parentheses nested too deeply in component: Sys::Pump @1");
   });
 }
 

@@ -86,6 +86,28 @@ TEST_F(LookupTest, UnknownPerspectiveOfAComponentNamesIt) {
   EXPECT_THAT(DiagnosticLog::Instance().Errors(), ::testing::ElementsAre(message));
 }
 
+TEST_F(LookupTest, DefaultPerspectiveIsFoundAsExpressionsSpellIt) {
+  const auto model =
+      ModelBuilder().Component("A", {"out"}).Perspective("Aa").Component("A", {"other"}).Build();
+  const auto port = model->FindPort("Default::A.out");
+  ASSERT_NE(port, nullptr);
+  EXPECT_EQ(port->GetFullNameText(), "DEFAULT::A.out");
+  EXPECT_EQ(model->FindComponent("Default::A"), model->FindComponent("DEFAULT::A"));
+}
+
+TEST_F(LookupTest, PerspectiveOfThatVerySpellingComesFirst) {
+  const auto model =
+      ModelBuilder().Component("A", {"out"}).Perspective("Default").Component("A", {"out"}).Build();
+  EXPECT_EQ(model->FindPort("Default::A.out")->GetFullNameText(), "Default::A.out");
+  EXPECT_EQ(model->FindPort("DEFAULT::A.out")->GetFullNameText(), "DEFAULT::A.out");
+}
+
+TEST_F(LookupTest, DefaultPerspectiveThatIsMissingIsNamedAsAskedFor) {
+  const auto model = TwoPerspectives();
+  EXPECT_EQ(ThrownMessage([&] { model->FindPort("Default::A.soft"); }),
+            "ERROR: Perspective not found: Default");
+}
+
 TEST_F(LookupTest, ModelWithoutPerspectivesHoldsNothing) {
   const Model model(0, "m.xml", "", "", 1.0F, 0.0);
   EXPECT_EQ(model.FindPort("A.out"), nullptr);
