@@ -124,6 +124,8 @@ std::string RoundedFixed(double value) {
 }  // namespace
 
 std::string FormatDouble(double value) {
+  // Which sign a computed one has is up to the compiler and the processor.
+  if (std::isnan(value)) return "nan";
   std::array<char, 32> buffer{};
   const auto [end, error] = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
                                           std::chars_format::general, StreamDigits);

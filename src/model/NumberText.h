@@ -10,7 +10,7 @@
 namespace FTS {
 
 /// The text that a stream in its default state writes: six significant digits, scientific where
-/// the exponent asks for it.
+/// the exponent asks for it. What is no number is "nan", without a sign.
 std::string FormatDouble(double value);
 
 /// A decimal without exponent, by which result pages sort figures: all digits of the shortest text

@@ -66,8 +66,6 @@ TEST_F(NumberTextTest, DoublesAreFormattedAsByAStreamInItsDefaultState) {
                              100.0,
                              Infinity,
                              -Infinity,
-                             NotANumber,
-                             -NotANumber,
                              4.9406564584124654e-324,
                              1.7976931348623157e308}) {
     EXPECT_EQ(FormatDouble(value), StreamText(value));
@@ -76,6 +74,7 @@ TEST_F(NumberTextTest, DoublesAreFormattedAsByAStreamInItsDefaultState) {
 
 TEST_F(NumberTextTest, RandomDoublesAreFormattedAsByAStreamInItsDefaultState) {
   for (const double value : AnyDoubles(20000)) {
+    if (std::isnan(value)) continue;  // A stream tells its sign.
     ASSERT_EQ(FormatDouble(value), StreamText(value)) << "seed " << Seed;
   }
 }
@@ -90,6 +89,14 @@ TEST_F(NumberTextTest, FormatHasSixSignificantDigits) {
   EXPECT_EQ(FormatDouble(Infinity), "inf");
   EXPECT_EQ(FormatDouble(-Infinity), "-inf");
   EXPECT_EQ(FormatDouble(NotANumber), "nan");
+}
+
+TEST_F(NumberTextTest, WhatIsNoNumberHasNoSign) {
+  const double negative = std::copysign(NotANumber, -1.0);
+  ASSERT_TRUE(std::signbit(negative));
+  EXPECT_EQ(FormatDouble(negative), "nan");
+  EXPECT_EQ(FormatSortKey(negative), "nan");
+  EXPECT_EQ(FormatDouble(std::copysign(NotANumber, 1.0)), "nan");
 }
 
 struct SortKeyCase {
