@@ -1,5 +1,6 @@
 #include "output/ResultsWriter.h"
 
+#include <algorithm>
 #include <map>
 #include <memory>
 #include <vector>
@@ -26,6 +27,13 @@ int IdOf(const FaultTree& tree) { return tree.root ? tree.root->GetId() : 0; }
 
 std::string_view NameOf(const FaultTree& tree) {
   return tree.root ? std::string_view(tree.root->name) : "?";
+}
+
+/// Several writers may meet the same tree, which need not be told more than once.
+void AddWarningOnce(const std::string& text) {
+  DiagnosticLog& log = DiagnosticLog::Instance();
+  const std::vector<std::string>& held = log.Warnings();
+  if (std::find(held.begin(), held.end(), text) == held.end()) log.AddWarning(text);
 }
 
 }  // namespace
@@ -180,9 +188,8 @@ void ResultsWriter::WriteTopNode(FaultTree& tree) {
   if (tree.root) tree.root->Accept(*this);
   out << "</TopNode>";
   if (!cutShort) return;
-  DiagnosticLog::Instance().AddWarning("Fault tree is written in part only, as it has more than " +
-                                       std::to_string(nodeLimit) +
-                                       " nodes with shared ones repeated: " + tree.GetName());
+  AddWarningOnce("Fault tree is written in part only, as it has more than " +
+                 std::to_string(nodeLimit) + " nodes with shared ones repeated: " + tree.GetName());
 }
 
 void ResultsWriter::WriteCutSetsSummary(const FaultTree& tree) {

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "analysis/CutSet.h"
 #include "analysis/CutSetList.h"
@@ -320,6 +321,24 @@ TEST_F(ResultsWriterTest, OnlyTheTreesFileNamesTheModel) {
   EXPECT_TRUE(Holds(folder.Read("brake.v2-FMEAOutput/FaultTrees.xml"),
                     "<Vel-Tarn_Results model=\"brake.v2\" build=\"Internal\" "));
   EXPECT_TRUE(Holds(Results(brake.Get()), "<Vel-Tarn_Results build=\"Internal\" "));
+}
+
+TEST_F(ResultsWriterTest, TreeThatIsCutShortByTwoWritersIsToldOnce) {
+  const CapturedStreams streams;
+  const auto model = EmptyModel("m.xml");
+  for (const char* name : {"Loss", "Delay"}) {
+    const auto root = MakeGate(NodeType::Or, name, nullptr);
+    root->AddChild(brake.stuck);
+    root->AddChild(brake.leak);
+    AddTree(*model, root);
+  }
+  VisitorXML(1).WriteFaultTreesFile(*model, folder.Path());
+  VisitorCombinedXML(1).WriteResultsFile(folder.Path(), *model);
+  const std::string text =
+      "Fault tree is written in part only, as it has more than 1 nodes with shared ones repeated: ";
+  EXPECT_EQ(DiagnosticLog::Instance().Warnings(),
+            (std::vector<std::string>{text + "Loss", text + "Delay"}));
+  EXPECT_EQ(DiagnosticLog::Instance().ReportedWarnings(), 2);
 }
 
 TEST_F(ResultsWriterTest, CombinedWriterPutsCutSetsIntoTheTreesFileToo) {
