@@ -3,12 +3,14 @@
 // proxies anew, events shared), since cutting changes lists and other trees may share the original.
 // A loop is noted at a node wherever a path from the root leads to it and on, without meeting
 // itself, back to it. Looking at each path in turn would take exponential time; instead each
-// strongly connected part is entered once per entry node and level of nesting (LoopLevel), which
+// strongly connected part is entered once per entry node and level of nesting (LoopNesting),
+// which
 // sees the same loops: nodes outside the part cannot be reached again, and the nodes on the path
 // that can are the entries of the enclosing parts. Parts without a cycle are passed once. Marks:
 // `visited`, on the path, for the report of crazy loops only. Cutting meets each node once: once a
 // node is left, nothing below it leads back to the path.
 
+#include <deque>
 #include <map>
 #include <memory>
 #include <set>
@@ -25,11 +27,6 @@
 namespace FTS {
 
 namespace {
-
-// How many nodes the search may enter in one tree. Loops that enclose each other in every possible
-// order make the search factorial in their number; beyond this no model can be told apart in a time
-// that anybody would wait for.
-constexpr long long EntryLimit = 50'000'000;
 
 void GiveCircle(Model& model, FaultTreeNode& node) {
   if (node.circle) return;
@@ -57,40 +54,42 @@ class CircleSearch {
       : model(initModel),
         tree(initTree),
         graph(initGraph),
-        onPath(static_cast<std::size_t>(graph.GetCount()), false) {}
+        nesting(initGraph),
+        onPath(static_cast<std::size_t>(graph.GetCount()), false),
+        memo(1) {}
 
-  void Run() {
-    LoopLevel whole(graph, graph.AllNodes(), -1, nullptr);
-    Visit(0, whole);
-  }
+  void Run() { Visit(0); }
 
-  bool GaveUp() const { return entries > EntryLimit; }
+  bool GaveUp() const { return nesting.IsExhausted(); }
 
  private:
   using Closings = std::set<int>;  // Nodes on the path at which loops close.
 
-  /// What closes below the node, seen from `inner`, the level of the node above it.
-  const Closings& Visit(int node, LoopLevel& inner) {
-    LoopLevel& level = inner.LevelOf(node);
-    auto& known = memo[&level];
-    if (const auto found = known.find(node); found != known.end()) return found->second;
-    ++entries;
+  static constexpr long long StepsPerEntry = 20;  // In the time of dividing.
+
+  /// What closes below the node.
+  const Closings& Visit(int node) {
+    const auto level = static_cast<std::size_t>(nesting.LevelOf(node));
+    if (const auto found = memo[level].find(node); found != memo[level].end()) return found->second;
+    nesting.AddSteps(StepsPerEntry);
     if (GaveUp()) return nothing;
     Closings below;
     onPath[static_cast<std::size_t>(node)] = true;
-    if (level.partition.IsOnCycle(node)) {
-      LoopLevel rest(graph, level.partition.PartWith(node), node, &level);
-      below = VisitChildren(node, rest);
-      memo.erase(&rest);
+    if (nesting.IsOnCycle(node)) {
+      const LoopNesting::Entry entry(nesting, node);
+      const auto inside = static_cast<std::size_t>(nesting.GetDepth());
+      if (memo.size() <= inside) memo.resize(inside + 1);
+      below = VisitChildren(node);
+      memo[inside].clear();
     } else {
-      below = VisitChildren(node, level);
+      below = VisitChildren(node);
     }
     onPath[static_cast<std::size_t>(node)] = false;
     below.erase(node);
-    return memo[&level].insert_or_assign(node, std::move(below)).first->second;
+    return memo[level].insert_or_assign(node, std::move(below)).first->second;
   }
 
-  Closings VisitChildren(int node, LoopLevel& level) {
+  Closings VisitChildren(int node) {
     Closings all;
     int index = -1;
     for (const int child : graph.ChildrenOf(node)) {
@@ -101,7 +100,7 @@ class CircleSearch {
         if (child == node) NoteLoop(node, index);
         continue;
       }
-      const Closings& below = Visit(child, level);
+      const Closings& below = Visit(child);
       if (below.contains(node)) NoteLoop(node, index);
       all.insert(below.begin(), below.end());
     }
@@ -122,10 +121,10 @@ class CircleSearch {
   Model& model;
   FaultTree& tree;
   const LoopGraph& graph;
+  LoopNesting nesting;
   std::vector<bool> onPath;
-  std::map<const LoopLevel*, std::map<int, Closings>> memo;  // Looked up only, never walked.
+  std::deque<std::map<int, Closings>> memo;  // By level; looked up only, never walked.
   const Closings nothing;
-  long long entries = 0;
 };
 
 }  // namespace
@@ -136,11 +135,13 @@ void FindCircles(Model& model, FaultTree& tree) {
   const LoopGraph graph(*tree.root);
   CircleSearch search(model, tree, graph);
   search.Run();
-  if (search.GaveUp() && !Config::Instance().ignoreCrazyLoops) {
-    tree.unbreakable = true;
-    DiagnosticLog::Instance().AddError("The loops in " + tree.root->name +
-                                       " enclose each other in too many ways to be told apart.");
-  }
+  if (search.GaveUp() && !Config::Instance().ignoreCrazyLoops) RejectEndlessLoops(tree);
+}
+
+void RejectEndlessLoops(FaultTree& tree) {
+  tree.unbreakable = true;
+  DiagnosticLog::Instance().AddError("The loops in " + tree.root->name +
+                                     " enclose each other in too many ways to be told apart.");
 }
 
 namespace {

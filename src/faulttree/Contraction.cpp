@@ -11,6 +11,9 @@
 // walks' own. Subcontraction, the milder form, removes dead branches and leaves the structure as it
 // is; it meets each node once.
 
+#include <algorithm>
+#include <memory>
+#include <string>
 #include <unordered_set>
 #include <utility>
 #include <vector>
@@ -78,8 +81,9 @@ bool HoldsOneNodeOnly(const FaultTreeNode& gate) {
 
 class Judge {
  public:
-  explicit Judge(Model& initModel)
+  Judge(Model& initModel, const FaultTreeNode& initRoot)
       : model(initModel),
+        root(initRoot),
         removeHanging(Config::Instance().removeHangingNodes),
         removeCircles(Config::Instance().removeCircleNodes) {}
 
@@ -112,6 +116,11 @@ class Judge {
       if (entry.nested || Stays(gate, entry.node, entries, holdings)) kept.push_back(entry.node);
     }
     if (entries.size() == own) list.firstAppended = kept.size();
+    if (kept.empty() && !entries.empty() &&
+        std::all_of(entries.begin(), entries.end(),
+                    [this](const Entry& entry) { return IsLeftByLoops(*entry.node); })) {
+      leftByLoops.insert(&gate);
+    }
     list.children = std::move(kept);
     list.contracted = true;
   }
@@ -146,9 +155,21 @@ class Judge {
       CloseEmpty(proxy);
       return;
     }
-    Visit(*proxy.GetChild(0));
+    const Pointer child = proxy.GetChild(0);
+    Visit(*child);
     LiftIntoProxy(proxy);
-    if (proxy.GetChildCount() == 0) CloseEmpty(proxy);
+    if (proxy.GetChildCount() > 0) return;
+    if (IsLeftByLoops(*child)) {
+      leftByLoops.insert(&proxy);
+    } else {
+      CloseEmpty(proxy);
+    }
+  }
+
+  /// True for a loop that has been removed, and for what nothing but such loops led to. It is
+  /// connected, though nothing is left of it, and the user must not be told otherwise.
+  bool IsLeftByLoops(const FaultTreeNode& node) const {
+    return (node.type == NodeType::Circle && removeCircles) || leftByLoops.contains(&node);
   }
 
   void LiftIntoProxy(ProxyNode& proxy) {
@@ -207,7 +228,9 @@ class Judge {
     if (!ofPort && proxy.type != NodeType::ExternalDeviation) return proxy.GetEventNode();
     std::string key = proxy.name;
     if (ofPort) {
-      const auto port = model.FindPort(PortOf(proxy.name));
+      // The root of a hazard bears the hazard's name, which says nothing about ports.
+      const bool isRoot = &proxy == &root;
+      const auto port = isRoot ? nullptr : proxy.FindNamedPort();
       if (port) key = FailureClassOf(proxy.name) + "-" + port->GetFullNameText();
       if (proxy.type == NodeType::InputDeviation) key += " arriving";
     } else if (const auto owner = static_cast<ExportedDeviationProxy&>(proxy).owner.lock()) {
@@ -215,12 +238,15 @@ class Judge {
     }
     std::shared_ptr<BasicEvent>& event = model.unconnectedEvents[key];
     if (!event) event = proxy.GetEventNode();
+    if (&proxy == &root) event->owner.reset();
     return event;
   }
 
   Model& model;
+  const FaultTreeNode& root;
   const bool removeHanging;
   const bool removeCircles;
+  std::unordered_set<const FaultTreeNode*> leftByLoops;
   OnceMarks marks;
 };
 
@@ -308,7 +334,7 @@ void SubcontractBelow(FaultTreeNode& node, OnceMarks& marks) {
 }  // namespace
 
 void Contract(Model& model, FaultTreeNode& root) {
-  Judge(model).Visit(root);
+  Judge(model, root).Visit(root);
   Flattening().Visit(root);
 }
 

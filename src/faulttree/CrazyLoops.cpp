@@ -2,10 +2,10 @@
 // different enclosing loops, so that no single edge can be cut. The tree is then reported and
 // dropped. Assumes FindCircles, loops uncut. Changes nothing but the circles' notes. The innermost
 // loop through which the walk has come travels along; a node is entered once per level of nesting
-// (LoopLevel) and enclosing loop: a further visit with the same loop compares the same two circles
-// again. Marks: `visited`, on the path, cleared on return.
+// (LoopNesting) and enclosing loop: a further visit with the same loop compares the same two
+// circles again. Marks: `visited`, on the path, cleared on return.
 
-#include <map>
+#include <deque>
 #include <memory>
 #include <set>
 #include <string>
@@ -31,34 +31,42 @@ bool Same(const CircleNode* a, const CircleNode* b) { return a && b && a->GetId(
 class CrazyLoopSearch {
  public:
   explicit CrazyLoopSearch(const LoopGraph& initGraph)
-      : graph(initGraph), whole(graph, graph.AllNodes(), -1, nullptr) {}
+      : graph(initGraph), nesting(initGraph), met(1) {}
 
-  void Run() { Visit(0, nullptr, whole); }
+  void Run() { Visit(0, nullptr); }
+
+  bool GaveUp() const { return nesting.IsExhausted(); }
 
  private:
-  void Visit(int index, const std::shared_ptr<CircleNode>& current, LoopLevel& inner) {
+  static constexpr long long StepsPerEntry = 20;  // In the time of dividing.
+
+  void Visit(int index, const std::shared_ptr<CircleNode>& current) {
     FaultTreeNode& node = graph.GetNode(index);
     const OnPathMark mark(node);
     if (!mark.Entered()) return;
-    LoopLevel& level = inner.LevelOf(index);
+    const auto level = static_cast<std::size_t>(nesting.LevelOf(index));
     const int currentId = current ? current->GetId() : 0;
-    if (!met[&level].emplace(index, currentId).second) return;
+    if (!met[level].emplace(index, currentId).second) return;
+    nesting.AddSteps(StepsPerEntry);
+    if (GaveUp()) return;
     if (node.circle) Judge(index, node.circle, current);
-    if (level.partition.IsOnCycle(index)) {
-      LoopLevel rest(graph, level.partition.PartWith(index), index, &level);
-      VisitChildren(index, current, rest);
-      met.erase(&rest);
+    if (nesting.IsOnCycle(index)) {
+      const LoopNesting::Entry entry(nesting, index);
+      const auto inside = static_cast<std::size_t>(nesting.GetDepth());
+      if (met.size() <= inside) met.resize(inside + 1);
+      VisitChildren(index, current);
+      met[inside].clear();
     } else {
-      VisitChildren(index, current, level);
+      VisitChildren(index, current);
     }
   }
 
-  void VisitChildren(int index, const std::shared_ptr<CircleNode>& current, LoopLevel& level) {
+  void VisitChildren(int index, const std::shared_ptr<CircleNode>& current) {
     const std::shared_ptr<CircleNode>& own = graph.GetNode(index).circle;
     std::size_t i = 0;
     for (const int child : graph.ChildrenOf(index)) {
       const bool inLoop = own && own->loopChildren[i];
-      Visit(child, inLoop ? own : current, level);
+      Visit(child, inLoop ? own : current);
       ++i;
     }
   }
@@ -91,7 +99,9 @@ class CrazyLoopSearch {
   /// Follows the loops from the last node of the path on until they close, and reports each.
   void ReportCrazyLoop(int index, std::vector<int>& path) {
     // A loop stays within its strongly connected part.
-    if (reported >= MaxReportedPaths || !InPartOf(index, path.front())) return;
+    if (reported >= MaxReportedPaths || !nesting.AreConnected(index, path.front())) return;
+    nesting.AddSteps(StepsPerEntry);
+    if (GaveUp()) return;
     path.push_back(index);
     FaultTreeNode& node = graph.GetNode(index);
     const OnPathMark mark(node);
@@ -108,12 +118,9 @@ class CrazyLoopSearch {
     path.pop_back();
   }
 
-  bool InPartOf(int index, int other) const {
-    return &whole.partition.PartWith(index) == &whole.partition.PartWith(other);
-  }
-
   void LogPath(const std::vector<int>& path) {
     ++reported;
+    nesting.AddSteps(StepsPerEntry * static_cast<long long>(path.size()));
     std::string text =
         "ERROR: Crazy Loop(s) detected - unresolvable circular logic in the fault tree:\n\t" +
         graph.GetNode(path.front()).name + "\n";
@@ -124,17 +131,19 @@ class CrazyLoopSearch {
   }
 
   const LoopGraph& graph;
-  LoopLevel whole;
-  std::map<const LoopLevel*, std::set<std::pair<int, int>>> met;  // Looked up only, never walked.
+  LoopNesting nesting;
+  std::deque<std::set<std::pair<int, int>>> met;  // By level; looked up only, never walked.
   int reported = 0;
 };
 
 }  // namespace
 
 void DetectCrazyLoops(FaultTree& tree) {
-  if (!tree.root || !tree.hasLoops) return;
+  if (!tree.root || !tree.hasLoops || tree.unbreakable) return;
   const LoopGraph graph(*tree.root);
-  CrazyLoopSearch(graph).Run();
+  CrazyLoopSearch search(graph);
+  search.Run();
+  if (search.GaveUp()) RejectEndlessLoops(tree);
 }
 
 }  // namespace FTS

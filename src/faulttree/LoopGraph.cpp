@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <numeric>
+#include <unordered_map>
 
 #include "faulttree/FaultTreeNode.h"
 
@@ -58,34 +59,33 @@ std::span<const int> LoopGraph::ChildrenOf(int index) const {
 }
 
 /// The depth-first search, on a stack of its own: it runs over whole models.
-class LoopPartition::Search {
+class LoopNesting::Search {
  public:
-  Search(const LoopGraph& initGraph, LoopPartition& initResult)
-      : graph(initGraph), result(initResult) {}
+  Search(LoopNesting& initNesting, std::size_t initBegin, std::size_t initEnd)
+      : nesting(initNesting), begin(initBegin), end(initEnd), place(initBegin) {}
 
-  void Run(const std::vector<int>& members, int without) {
+  /// Numbers the nodes of the range and closes their parts, which fill the range from its begin.
+  void Run() {
+    const std::vector<int> members(nesting.order.begin() + static_cast<std::ptrdiff_t>(begin),
+                                   nesting.order.begin() + static_cast<std::ptrdiff_t>(end));
+    for (const int member : members) StateOf(member) = NodeState{};
     for (const int member : members) {
-      if (member != without) state.try_emplace(member);
+      if (StateOf(member).number == 0) Explore(member);
     }
-    for (const int member : members) {
-      if (member != without && state.at(member).number == 0) Explore(member);
-    }
+    for (const int member : members) StateOf(member).inRange = false;
   }
 
  private:
-  struct NodeState {
-    int number = 0;
-    int low = 0;
-    bool onStack = false;
-    bool ownLoop = false;
-  };
+  using NodeState = LoopNesting::NodeState;
   struct Open {
     int node;
     std::size_t next;
   };
 
+  NodeState& StateOf(int node) { return nesting.states[static_cast<std::size_t>(node)]; }
+
   void Begin(int node) {
-    NodeState& mine = state.at(node);
+    NodeState& mine = StateOf(node);
     mine.number = mine.low = ++lastNumber;
     mine.onStack = true;
     stack.push_back(node);
@@ -96,15 +96,15 @@ class LoopPartition::Search {
     Begin(start);
     while (!open.empty()) {
       const int node = open.back().node;
-      const std::span<const int> below = graph.ChildrenOf(node);
+      const std::span<const int> below = nesting.graph.ChildrenOf(node);
       if (open.back().next < below.size()) {
         Look(node, below[open.back().next++]);
         continue;
       }
       open.pop_back();
-      NodeState& mine = state.at(node);
+      NodeState& mine = StateOf(node);
       if (!open.empty()) {
-        NodeState& parent = state.at(open.back().node);
+        NodeState& parent = StateOf(open.back().node);
         parent.low = std::min(parent.low, mine.low);
       }
       if (mine.low == mine.number) ClosePart(node);
@@ -112,50 +112,70 @@ class LoopPartition::Search {
   }
 
   void Look(int node, int child) {
-    const auto found = state.find(child);
-    if (found == state.end()) return;  // Outside the set.
-    if (child == node) found->second.ownLoop = true;
-    if (found->second.number == 0) {
+    NodeState& other = StateOf(child);
+    if (!other.inRange) return;
+    if (child == node) other.ownLoop = true;
+    if (other.number == 0) {
       Begin(child);
-    } else if (found->second.onStack) {
-      NodeState& mine = state.at(node);
-      mine.low = std::min(mine.low, found->second.number);
+    } else if (other.onStack) {
+      NodeState& mine = StateOf(node);
+      mine.low = std::min(mine.low, other.number);
     }
   }
 
   void ClosePart(int root) {
-    std::vector<int> part;
+    const std::size_t first = place;
     int member = -1;
     do {
       member = stack.back();
       stack.pop_back();
-      state.at(member).onStack = false;
-      result.partOf[member] = static_cast<int>(result.parts.size());
-      part.push_back(member);
+      StateOf(member).onStack = false;
+      nesting.partOf[static_cast<std::size_t>(member)] = static_cast<int>(nesting.parts.size());
+      nesting.order[place++] = member;
     } while (member != root);
-    const bool onCycle = part.size() > 1 || state.at(root).ownLoop;
-    result.cyclic.push_back(onCycle);
-    result.parts.push_back(std::move(part));
+    const bool onCycle = place - first > 1 || StateOf(root).ownLoop;
+    nesting.parts.push_back({first, place, onCycle, nesting.depth});
   }
 
-  const LoopGraph& graph;
-  LoopPartition& result;
-  std::unordered_map<int, NodeState> state;
+  LoopNesting& nesting;
+  const std::size_t begin;
+  const std::size_t end;
+  std::size_t place;
   std::vector<int> stack;
   std::vector<Open> open;
   int lastNumber = 0;
 };
 
-LoopPartition::LoopPartition(const LoopGraph& graph, const std::vector<int>& members, int without) {
-  Search(graph, *this).Run(members, without);
+LoopNesting::LoopNesting(const LoopGraph& initGraph)
+    : graph(initGraph), order(graph.AllNodes()), partOf(order.size()), states(order.size()) {
+  Divide(0, order.size());
+  undivided = partOf;
 }
 
-bool LoopPartition::IsOnCycle(int node) const {
-  return cyclic[static_cast<std::size_t>(partOf.at(node))];
+void LoopNesting::Divide(std::size_t begin, std::size_t end) {
+  steps += static_cast<long long>(end - begin);
+  Search(*this, begin, end).Run();
 }
 
-const std::vector<int>& LoopPartition::PartWith(int node) const {
-  return parts[static_cast<std::size_t>(partOf.at(node))];
+LoopNesting::Entry::Entry(LoopNesting& initNesting, int node)
+    : nesting(initNesting),
+      part(nesting.partOf[static_cast<std::size_t>(node)]),
+      outerParts(nesting.parts.size()) {
+  const Part& entered = nesting.parts[static_cast<std::size_t>(part)];
+  const auto first = nesting.order.begin() + static_cast<std::ptrdiff_t>(entered.begin);
+  const auto last = nesting.order.begin() + static_cast<std::ptrdiff_t>(entered.end);
+  std::iter_swap(first, std::find(first, last, node));
+  ++nesting.depth;
+  nesting.Divide(entered.begin + 1, entered.end);
+}
+
+LoopNesting::Entry::~Entry() {
+  --nesting.depth;
+  nesting.parts.resize(outerParts);
+  const Part& left = nesting.parts[static_cast<std::size_t>(part)];
+  for (std::size_t i = left.begin; i < left.end; ++i) {
+    nesting.partOf[static_cast<std::size_t>(nesting.order[i])] = part;
+  }
 }
 
 }  // namespace FTS

@@ -1,7 +1,7 @@
 #pragma once
 
+#include <cstddef>
 #include <span>
-#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -28,47 +28,83 @@ class LoopGraph {
   std::vector<std::pair<int, int>> ranges;  // Where each node's children begin and end.
 };
 
-/// Divides a set of nodes into strongly connected parts (R. Tarjan: Depth-First Search and Linear
-/// Graph Algorithms, SIAM J. Comput. 1 (1972)).
-class LoopPartition {
+/// The nesting of loops along a walk. The graph is divided into strongly connected parts (R.
+/// Tarjan: Depth-First Search and Linear Graph Algorithms, SIAM J. Comput. 1 (1972)). A walk that
+/// enters a part through one of its nodes has that node on its path, so that loops among the others
+/// can no longer pass through it: what lies below is decided by the division of the rest, and a
+/// walk need enter each node of the rest only once per level instead of once per path. The memory
+/// is linear in the nodes, however deep the nesting.
+class LoopNesting {
  public:
-  /// Divides the given nodes, of which `without` (-1 for none) counts as absent.
-  LoopPartition(const LoopGraph& graph, const std::vector<int>& members, int without);
+  explicit LoopNesting(const LoopGraph& initGraph);
 
-  bool Contains(int node) const { return partOf.contains(node); }
-  /// True when the node lies on a cycle within the set.
-  bool IsOnCycle(int node) const;
-  /// The members of the part in which the node lies.
-  const std::vector<int>& PartWith(int node) const;
+  /// How many parts inside each other the walk has entered where it meets the node; 0 for a node of
+  /// no part entered.
+  int LevelOf(int node) const { return PartWith(node).level; }
+  /// True when the node lies on a cycle of its part, as it is divided now.
+  bool IsOnCycle(int node) const { return PartWith(node).cyclic; }
+  /// True when a cycle of the undivided graph may pass through both.
+  bool AreConnected(int node, int other) const {
+    return undivided[static_cast<std::size_t>(node)] == undivided[static_cast<std::size_t>(other)];
+  }
+  /// The deepest level in use.
+  int GetDepth() const { return depth; }
+
+  /// Loops that enclose each other in every possible order make a walk factorial in their number.
+  /// True when dividing, and what the walk has added, have taken longer than anybody would wait.
+  bool IsExhausted() const { return steps > StepLimit; }
+  void AddSteps(long long count) { steps += count; }
+
+  /// While it lives, the part of the node is divided without the node. Entries end in the opposite
+  /// order of their beginning.
+  class Entry {
+   public:
+    Entry(LoopNesting& initNesting, int node);
+    ~Entry();
+    Entry(const Entry&) = delete;
+    Entry& operator=(const Entry&) = delete;
+
+   private:
+    LoopNesting& nesting;
+    int part;
+    std::size_t outerParts;
+  };
 
  private:
+  static constexpr long long StepLimit = 2'000'000'000;
+
+  // The members stand side by side in `order`.
+  struct Part {
+    std::size_t begin;
+    std::size_t end;
+    bool cyclic;
+    int level;
+  };
+
+  // What the search keeps of a node.
+  struct NodeState {
+    int number = 0;
+    int low = 0;
+    bool inRange = true;
+    bool onStack = false;
+    bool ownLoop = false;
+  };
+
   class Search;
 
-  std::unordered_map<int, int> partOf;
-  std::vector<std::vector<int>> parts;
-  std::vector<bool> cyclic;
-};
-
-/// One step of nesting in a walk that looks for loops: a part has been entered through a node, and
-/// as that node is now on the path, loops among the others can no longer pass through it. What lies
-/// below is therefore decided by the division of the rest, and a walk need enter each node of the
-/// rest only once per level instead of once per path.
-struct LoopLevel {
-  LoopLevel(const LoopGraph& graph, const std::vector<int>& members, int initEntry,
-            LoopLevel* initOuter)
-      : partition(graph, members, initEntry), entry(initEntry), outer(initOuter) {}
-
-  /// The innermost level, from this one outwards, among whose nodes `node` is. The outermost level
-  /// holds the whole graph.
-  LoopLevel& LevelOf(int node) {
-    LoopLevel* level = this;
-    while (!level->partition.Contains(node)) level = level->outer;
-    return *level;
+  const Part& PartWith(int node) const {
+    return parts[static_cast<std::size_t>(partOf[static_cast<std::size_t>(node)])];
   }
+  void Divide(std::size_t begin, std::size_t end);
 
-  LoopPartition partition;
-  int entry;         ///< The node through which the part was entered, -1 for the whole graph.
-  LoopLevel* outer;  ///< Null for the whole graph.
+  const LoopGraph& graph;
+  std::vector<int> order;
+  std::vector<int> partOf;  // The innermost part, by node.
+  std::vector<Part> parts;  // Outer ones first.
+  std::vector<NodeState> states;
+  std::vector<int> undivided;  // `partOf` of the whole graph.
+  int depth = 0;
+  long long steps = 0;
 };
 
 }  // namespace FTS

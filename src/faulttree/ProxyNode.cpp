@@ -56,6 +56,11 @@ bool ProxyNode::RemoveChild(const FaultTreeNode& node) {
 void ProxyNode::ClearChildren() { AddChild(nullptr); }
 
 std::shared_ptr<Component> ProxyNode::FindNamedOwner() const {
+  const std::shared_ptr<Port> port = FindNamedPort();
+  return port ? port->GetOwner() : nullptr;
+}
+
+std::shared_ptr<Port> ProxyNode::FindNamedPort() const {
   const std::string portName = PortOf(name);
   if (!model || portName.empty()) return nullptr;
   // What stands before "::" need not be a perspective here, and a look-up there would throw.
@@ -63,8 +68,7 @@ std::shared_ptr<Component> ProxyNode::FindNamedOwner() const {
   const bool known = perspective.empty() ? !model->perspectives.empty()
                                          : model->perspectives.contains(perspective);
   if (!known) return nullptr;
-  const std::shared_ptr<Port> port = model->FindPort(portName);
-  return port ? port->GetOwner() : nullptr;
+  return model->FindPort(portName);
 }
 
 NotGate::NotGate(std::string initName, Model* initModel, int initId)

@@ -46,6 +46,8 @@ class ProxyNode : public FaultTreeNode {
   /// The event that stands in for a proxy that stays empty while hanging nodes are kept; made on
   /// first use where the class has one, null otherwise.
   virtual std::shared_ptr<BasicEvent> GetEventNode() { return nullptr; }
+  /// The port that the name leads to, behind its first "-"; null when there is none.
+  std::shared_ptr<Port> FindNamedPort() const;
 
   std::map<std::string, Pointer> childByState;
 
@@ -55,7 +57,7 @@ class ProxyNode : public FaultTreeNode {
   void AppendCloned(std::vector<FaultTreeNode*>& nodes) const override;
   /// Throws for an empty proxy that must not be empty.
   void RequireChild() const;
-  /// The owner of the port that the name leads to, behind its first "-"; null when there is none.
+  /// The owner of that port; null when there is none.
   std::shared_ptr<Component> FindNamedOwner() const;
   /// A node of the exact class of this one with its own fields carried over, for `Clone`, which
   /// fills in everything that all proxies share.

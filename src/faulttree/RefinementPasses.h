@@ -18,6 +18,10 @@ void FindCircles(Model& model, FaultTree& tree);
 /// `unbreakable`. Needs `FindCircles`. faulttree/CrazyLoops.cpp
 void DetectCrazyLoops(FaultTree& tree);
 
+/// Marks the tree as `unbreakable` and reports that the search in its loops had to end.
+/// faulttree/Circles.cpp
+void RejectEndlessLoops(FaultTree& tree);
+
 /// Replaces each edge that closes a loop by the circle of the node it leads to.
 /// faulttree/Circles.cpp
 void CutCircles(Model& model, FaultTreeNode& root);
