@@ -21,6 +21,7 @@ struct UnavailableType {
 };
 
 constexpr UnavailableType BeforeExchange[] = {
+    {OutputType::OpenPsa, "OPENPSA"},
     {OutputType::Excel, "EXCEL"},
     {OutputType::Problog, "PROBLOG"},
     {OutputType::Iso, "ISO"},
