@@ -30,6 +30,11 @@ namespace {
 
 constexpr int MostRounds = 100;
 
+// How many pairs are combined at most: terms breed terms, and without an end to it a few hundred
+// cut sets can keep the law busy for ever. What is there at the end is right in any case; it may
+// hold cut sets that others make redundant.
+constexpr long long MostPairs = 5'000'000;
+
 /// Cut sets by member. Walked in the order in which the members came, so that results do not depend
 /// on addresses.
 struct Occurrences {
@@ -108,6 +113,7 @@ class ConsensusLaw {
   std::map<double, const CutSet*> derived;  // By key: cut sets and terms.
   std::unordered_map<const BasicEvent*, Progress> progress;
   std::unordered_set<CutSet*> redundant;
+  long long pairs = 0;
   bool initial = true;  // Cut sets are combined with each other, not yet with terms.
 };
 
@@ -195,8 +201,12 @@ void ConsensusLaw::FindRedundantCutSets() {
     Announce("\tGenerating derived Consensus Cut Sets...");
     const std::size_t before = derived.size();
     GenerateConsensus(all, all);
-    if (derived.size() == before) break;
+    if (derived.size() == before || pairs > MostPairs) break;
   }
+  if (pairs <= MostPairs) return;
+  DiagnosticLog::Instance().AddWarning(
+      "The cut sets of " + tree.GetName() +
+      " imply too many others to be all looked at; redundant ones may be left.");
 }
 
 // Source and result may be the same: what a round adds to it takes part in the same round.
@@ -214,7 +224,7 @@ void ConsensusLaw::CombineAll(const BasicEvent& event, const Occurrences& source
   const auto* const negative = source.Find(event.complement.get());
   if (!positive || !negative) return;
   const Progress done = progress[&event];
-  for (std::size_t i = 0; i < positive->size(); ++i) {
+  for (std::size_t i = 0; i < positive->size() && pairs <= MostPairs; ++i) {
     for (std::size_t j = i < done.positive ? done.negative : 0; j < negative->size(); ++j) {
       Combine(*(*positive)[i], *(*negative)[j], event, out);
     }
@@ -225,6 +235,7 @@ void ConsensusLaw::CombineAll(const BasicEvent& event, const Occurrences& source
 void ConsensusLaw::Combine(const CutSet& a, const CutSet& b, const BasicEvent& event,
                            Occurrences& out) {
   if (!initial && !a.IsConsensus() && !b.IsConsensus()) return;  // Combined at first.
+  if (++pairs > MostPairs) return;
   auto term = std::make_unique<ConsensusCutSet>(a, b, event);
   if (term->IsContradiction()) return;
   FindRedundant(*term);

@@ -35,6 +35,15 @@ void ClearCutSets(FaultTreeGate& gate) {
   gate.primeIndex.reset();
 }
 
+/// True for a gate over a few events and modules. A tree that is modules all through has thousands
+/// of them, each of which is worked on by itself.
+bool IsSmall(const FaultTreeGate& gate) {
+  constexpr std::size_t FewInputs = 8;
+  return gate.Children().size() <= FewInputs &&
+         std::all_of(gate.Children().begin(), gate.Children().end(),
+                     [](const auto& child) { return child->IsEvent() || child->isModule; });
+}
+
 /// One walk over a graph. Keeps what the gates on its way have in common.
 class CutSetWalk {
  public:
@@ -89,7 +98,7 @@ void CutSetWalk::GenerateGate(FaultTreeGate& gate) {
 // each of its gates.
 bool CutSetWalk::TryFamilies(FaultTreeGate& gate) {
   constexpr std::size_t VisitsPerGate = 16;
-  if (gatesMet++ * VisitsPerGate < wastedVisits) return false;
+  if (gatesMet++ * VisitsPerGate < wastedVisits || IsSmall(gate)) return false;
   const FamilyAttempt attempt = GenerateThroughFamilies(gate);
   if (!attempt.done) wastedVisits += attempt.nodesMet;
   return attempt.done;

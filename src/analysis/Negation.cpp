@@ -66,11 +66,12 @@ void FaultTree::Dualise() {
   const FaultTreeNode::Pointer old = root;
   const auto top = std::make_shared<OrGate>(old->name, old->model, old->GetId());
   top->description = old->description;
-  if (old->state != DefaultState) {
+  const std::string current = old->state;
+  if (current != DefaultState) {
     // The tree as synthesised stays readable in its own state; the old root gives its id away.
     old->SetCurrentState(DefaultState);
     top->AddChild(CloneTemplate(*old, old->model, CloneMode::NewNodes));
-    top->SetCurrentState(result->state);
+    top->SetCurrentState(current);
   }
   top->AddChild(result);
   root = top;
