@@ -37,6 +37,7 @@ import re
 import sys
 import xml.etree.ElementTree as ElementTree
 
+sys.dont_write_bytecode = True  # Nothing is to appear beside the examples.
 import hand_counted
 
 PLACEHOLDERS = {"DEFAULT": None, "ANDPORT": "AND", "ORPORT": "OR", "OUTPUTPORT": "OUTPUT",
