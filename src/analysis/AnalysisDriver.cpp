@@ -13,6 +13,7 @@
 #include "analysis/FMEA.h"
 #include "analysis/FaultTree.h"
 #include "app/Config.h"
+#include "app/DiagnosticLog.h"
 #include "app/Duration.h"
 #include "faulttree/BasicEvent.h"
 #include "faulttree/FaultTreeNode.h"
@@ -66,6 +67,10 @@ void GenerateCutSets(FaultTree& tree, bool useBDDs, bool quiet) {
     if (!quiet) std::cout << "\tModularisation complete: " << count << " modules found.\n";
   }
   if (useBDDs) {
+    if (tree.containsNot) {
+      DiagnosticLog::Instance().AddWarning(
+          "Cut sets by decision diagrams leave out which events must not occur: " + tree.GetName());
+    }
     tree.GenerateBDDCutSets();
   } else if (FaultTreeNode* const top = tree.GetTopGate()) {
     top->GenerateCutSets();

@@ -86,12 +86,13 @@ std::unique_ptr<BDDParent> BDDTerminal::Clone() const {
 
 void BDDTerminal::CollectCutSets(FaultTreeNode& gate, std::vector<BasicEvent*>& path) const {
   if (!value) return;
-  // The plain length counts, whatever of it is normal operation.
-  const int limit = Config::Instance().maxCutSetSize;
-  if (limit != 0 && static_cast<int>(path.size()) > limit) return;
   auto cutSet = std::make_unique<CutSet>();
   for (BasicEvent* const member : path) cutSet->AddEvent(*member);
+  // The plain size counts, whatever of it is normal operation. It may be less than the length of
+  // the way: events of equal weight can stand in either order, and so twice on a way.
   const int size = cutSet->GetSize();
+  const int limit = Config::Instance().maxCutSetSize;
+  if (limit != 0 && size > limit) return;
   if (gate.AddCutSet(std::move(cutSet), false) && gate.maxOrder < size) gate.maxOrder = size;
 }
 

@@ -7,10 +7,12 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <iostream>
 #include <map>
 #include <memory>
+#include <numeric>
 #include <string>
 #include <unordered_map>
 #include <unordered_set>
@@ -33,7 +35,7 @@ constexpr int MostRounds = 100;
 // How many pairs are combined at most: terms breed terms, and without an end to it a few hundred
 // cut sets can keep the law busy for ever. What is there at the end is right in any case; it may
 // hold cut sets that others make redundant.
-constexpr long long MostPairs = 5'000'000;
+constexpr long long MostPairs = 2'000'000;
 
 /// Cut sets by member. Walked in the order in which the members came, so that results do not depend
 /// on addresses.
@@ -55,14 +57,23 @@ struct Occurrences {
   }
 };
 
-/// The members of a cut set but for one, as a number. Equal for equal rests.
+std::size_t HashOf(const BasicEvent& member) {
+  constexpr std::uint64_t Scatter = 0x9E3779B97F4A7C15U;
+  constexpr int ShiftToLowBits = 29;
+  const std::uint64_t mixed = static_cast<std::uint64_t>(member.GetId()) * Scatter;
+  return static_cast<std::size_t>((mixed ^ (mixed >> ShiftToLowBits)) * Scatter);
+}
+
+/// A number that is equal for equal members, whatever their order.
+std::size_t HashOf(const CutSet& cutSet) {
+  return std::accumulate(
+      cutSet.events.begin(), cutSet.events.end(), std::size_t{0},
+      [](std::size_t sum, const BasicEvent* member) { return sum + HashOf(*member); });
+}
+
+/// The same without one of the members.
 std::size_t HashOfRest(const CutSet& cutSet, const BasicEvent& without) {
-  std::size_t hash = 0;
-  for (const BasicEvent* const member : cutSet.events) {
-    constexpr std::size_t Scatter = 0x9E3779B97F4A7C15U;
-    if (member != &without) hash += std::hash<int>()(member->GetId()) * Scatter;
-  }
-  return hash;
+  return HashOf(cutSet) - HashOf(without);
 }
 
 /// True when the two are the same but for `event` in `a` and `other` in `b`.
@@ -92,6 +103,7 @@ class ConsensusLaw {
   void GenerateConsensus(const Occurrences& source, Occurrences& out);
   void CombineAll(const BasicEvent& event, const Occurrences& source, Occurrences& out);
   void Combine(const CutSet& a, const CutSet& b, const BasicEvent& event, Occurrences& out);
+  bool IsKnown(const ConsensusCutSet& term) const;
   void FindRedundant(const ConsensusCutSet& term);
   void Announce(const std::string& text) const {
     if (!quiet) std::cout << text << '\n';
@@ -111,6 +123,7 @@ class ConsensusLaw {
   Occurrences first;
   Occurrences all;
   std::map<double, const CutSet*> derived;  // By key: cut sets and terms.
+  std::unordered_multimap<std::size_t, const ConsensusCutSet*> terms;  // By members.
   std::unordered_map<const BasicEvent*, Progress> progress;
   std::unordered_set<CutSet*> redundant;
   long long pairs = 0;
@@ -239,9 +252,24 @@ void ConsensusLaw::Combine(const CutSet& a, const CutSet& b, const BasicEvent& e
   auto term = std::make_unique<ConsensusCutSet>(a, b, event);
   if (term->IsContradiction()) return;
   FindRedundant(*term);
+  if (IsKnown(*term)) return;
   if (!derived.try_emplace(term->prime, term.get()).second) return;
+  terms.emplace(HashOf(*term), term.get());
   out.Enter(*term);
   pool.push_back(std::move(term));
+}
+
+/// True when the same members came about before from some of the same parents. Keys tell
+/// derivations apart, not sets, and there is no end of derivations; what this term can lead to, the
+/// earlier one has led to or will.
+bool ConsensusLaw::IsKnown(const ConsensusCutSet& term) const {
+  const auto [begin, end] = terms.equal_range(HashOf(term));
+  return std::any_of(begin, end, [&](const auto& entry) {
+    const ConsensusCutSet& known = *entry.second;
+    return known.events == term.events &&
+           std::includes(term.parents.begin(), term.parents.end(), known.parents.begin(),
+                         known.parents.end(), std::less<>());
+  });
 }
 
 void ConsensusLaw::FindRedundant(const ConsensusCutSet& term) {

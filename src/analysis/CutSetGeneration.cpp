@@ -116,6 +116,7 @@ void CutSetWalk::GenerateProxy(FaultTreeNode& proxy) {
     proxy.AddCutSet(std::move(module), true);
   }
   proxy.truncated = child.truncated;
+  proxy.incomplete = child.incomplete;
   proxy.maxOrder = child.maxOrder;
 }
 
@@ -141,13 +142,14 @@ bool CutSetWalk::TakeInput(FaultTreeGate& gate, const FaultTreeNode& child) {
 
 bool CutSetWalk::TakeEmptyInput(FaultTreeGate& gate, const FaultTreeNode& child) {
   const bool isAnd = gate.type == NodeType::And;
-  if (!child.truncated) {
+  if (!child.incomplete) {
     // Nothing is known to cause the input, and the gate goes on as if it were not there. That is as
     // it should be for the state in which a system starts.
     if (isAnd && child.type != NodeType::State) gate.ReportIgnoredInput(child);
     return true;
   }
-  gate.truncated = true;
+  gate.incomplete = true;
+  gate.truncated = gate.truncated || child.truncated;
   if (!isAnd) return true;
   ClearCutSets(gate);
   gate.maxOrder = 0;
@@ -176,13 +178,17 @@ void CutSetWalk::MultiplyByModule(FaultTreeGate& gate, const CutSet& module) {
     scratch.BecomeCloneOf(*factor);
     if (!scratch.Merge(module)) {
       module.WarnOfExclusion();
+      gate.incomplete = true;
       continue;
     }
     if (gate.IsSubsumed(scratch)) continue;
     // The order of the latest attempt, which stays when the attempt fails the limit. Neither does
     // that mark the gate as truncated: what the module will expand to is not known here.
     const int before = std::exchange(gate.maxOrder, scratch.GetOrder());
-    if (IsOverLimit(scratch)) continue;
+    if (IsOverLimit(scratch)) {
+      gate.incomplete = true;
+      continue;
+    }
     if (!gate.AddCutSet(scratch.Copy(), true)) gate.maxOrder = before;
   }
 }
@@ -216,11 +222,12 @@ void CutSetWalk::MultiplyByOne(FaultTreeGate& gate, const CutSet& factor) {
 
 bool CutSetWalk::IsWanted(FaultTreeGate& gate, const CutSet& product, bool merged) const {
   if (IsOverLimit(product)) {
-    gate.truncated = true;
+    gate.truncated = gate.incomplete = true;
     return false;
   }
   if (!merged) {
     product.WarnOfExclusion();
+    gate.incomplete = true;
     return false;
   }
   return !gate.IsSubsumed(product);
@@ -274,6 +281,12 @@ bool FaultTreeGate::AddCutSet(std::unique_ptr<CutSet> cutSet, bool skipCheck) {
 
 bool FaultTreeGate::IsSubsumed(const CutSet& candidate) {
   if (cutSets.empty()) return false;
+  // The set of no events, which only diagrams give, is in no list and lies inside every other.
+  if (cutSets.begin()->second->events.empty()) return true;
+  if (candidate.events.empty()) {
+    ClearCutSets(*this);
+    return false;
+  }
   std::vector<CutSet*> redundant;
   const bool subsumed = GetIndex().IsSubsumed(candidate, redundant);
   for (const CutSet* cutSet : redundant) {
@@ -369,6 +382,7 @@ void FaultTreeNode::ResetOwnCutSets() {
   maxOrder = 0;
   cutSetsDone = false;
   truncated = false;
+  incomplete = false;
 }
 
 }  // namespace FTS

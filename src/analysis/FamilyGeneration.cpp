@@ -169,6 +169,7 @@ class FamilyWalk {
   struct Outcome {
     Family family = CutSetFamilies::None;
     bool truncated = false;
+    bool incomplete = false;
   };
   struct IgnoredInput {
     FaultTreeGate* gate;
@@ -225,6 +226,7 @@ bool FamilyWalk::Generate() {
   if (!inRange) return false;
   draft.MakeCutSets(top);
   top.truncated = outcome.truncated;
+  top.incomplete = outcome.incomplete;
   top.maxOrder = families->HighestOrder(outcome.family);
   for (const IgnoredInput& pair : ignored) pair.gate->ReportIgnoredInput(*pair.input);
   return true;
@@ -256,12 +258,13 @@ FamilyWalk::Outcome FamilyWalk::Combine(FaultTreeGate& gate) {
                               ? Outcome{families->SetOf({table.VariableOf(*child->moduleEvent)})}
                               : FamilyOf(*child);
     if (input.family == CutSetFamilies::None) {
-      if (!input.truncated) {
+      if (!input.incomplete) {
         if (isAnd && child->type != NodeType::State) ignored.push_back({&gate, child.get()});
         continue;
       }
-      result.truncated = true;
-      if (isAnd) return {CutSetFamilies::None, true};
+      result.incomplete = true;
+      result.truncated = result.truncated || input.truncated;
+      if (isAnd) return {CutSetFamilies::None, result.truncated, true};
     } else if (isOr) {
       parts.push_back(input.family);
     } else if (result.family == CutSetFamilies::None) {
@@ -276,9 +279,10 @@ FamilyWalk::Outcome FamilyWalk::Combine(FaultTreeGate& gate) {
 }
 
 void FamilyWalk::Multiply(Outcome& product, const Outcome& factor, bool module) {
-  // A product with a module that fails the limit leaves no mark: its true size is not known here.
-  if (!module && families->ProductExceedsLimit(product.family, factor.family)) {
-    product.truncated = true;
+  if (families->ProductExceedsLimit(product.family, factor.family)) {
+    product.incomplete = true;
+    // With a module it is no truncation: the true size of the product is not known here.
+    if (!module) product.truncated = true;
   }
   product.family = families->Product(product.family, factor.family);
 }
@@ -302,7 +306,7 @@ FamilyWalk::Outcome FamilyWalk::ReadCutSets(const FaultTreeNode& node) {
     std::sort(members.begin(), members.end());
     parts.push_back(families->SetOf(members));
   }
-  return {families->Union(std::move(parts)), node.truncated};
+  return {families->Union(std::move(parts)), node.truncated, node.incomplete};
 }
 
 }  // namespace

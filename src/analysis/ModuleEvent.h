@@ -29,7 +29,10 @@ class ModuleEvent : public BasicEvent {
   /// Expands the cut sets that hold further modules, in place.
   int ExpandModuleCutSets() override;
 
-  OrderRange orders;              ///< Of the expanded cut sets, without regard to the limit.
+  OrderRange orders;  ///< Of the expanded cut sets, without regard to the limit.
+  /// One of its cut sets, or of those of a module in them, has no event: diagrams do not name
+  /// negated events. What comes of the expansion may then lie inside other cut sets.
+  bool holdsEmptySet = false;
   bool hasNestedModules = false;  ///< One of `moduleCutSets` holds a further module event.
   std::vector<std::unique_ptr<CutSet>> moduleCutSets;
   FaultTreeGate* gate;  ///< The gate it stands for, which owns it.

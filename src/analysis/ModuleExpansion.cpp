@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <iterator>
 #include <limits>
 #include <memory>
 #include <utility>
@@ -43,6 +44,14 @@ OrderRange RangeOf(const BasicEvent& member) {
   if (const ModuleEvent* const module = AsModule(member)) return module->orders;
   const int order = CountsForOrder(member) ? 1 : 0;
   return {order, order};
+}
+
+bool LeadsToEmptySet(const CutSet& cutSet) {
+  return cutSet.events.empty() ||
+         std::any_of(cutSet.events.begin(), cutSet.events.end(), [](const BasicEvent* member) {
+           const ModuleEvent* const module = AsModule(*member);
+           return module && module->holdsEmptySet;
+         });
 }
 
 /// The work on one cut set: starts with nothing, and takes member after member in.
@@ -149,6 +158,7 @@ int ModuleEvent::ExpandModuleCutSets() {
 void ModuleEvent::TakeCutSets(FaultTreeGate& source) {
   for (auto& [key, cutSet] : source.cutSets) {
     hasNestedModules = hasNestedModules || cutSet->hasModule;
+    holdsEmptySet = holdsEmptySet || LeadsToEmptySet(*cutSet);
     orders.Include(cutSet->ExpandedOrders());
     cutSet->RestorePrime();
     moduleCutSets.push_back(std::move(cutSet));
@@ -159,6 +169,7 @@ void ModuleEvent::TakeCutSets(FaultTreeGate& source) {
 
 int FaultTreeGate::ExpandModuleCutSets() {
   OrderRange orders;
+  bool mayShrink = false;
   CutSets expanded;
   CutSets list;
   for (auto entry = cutSets.begin(); entry != cutSets.end();) {
@@ -168,6 +179,7 @@ int FaultTreeGate::ExpandModuleCutSets() {
       continue;
     }
     orders.Include(cutSet.ExpandedOrders());
+    mayShrink = mayShrink || LeadsToEmptySet(cutSet);
     cutSet.Expand(list);
     std::move(list.begin(), list.end(), std::back_inserter(expanded));
     RemoveFromIndex(cutSet);
@@ -175,7 +187,7 @@ int FaultTreeGate::ExpandModuleCutSets() {
   }
   for (auto& cutSet : expanded) {
     maxOrder = std::max(maxOrder, cutSet->GetOrder());
-    AddCutSet(std::move(cutSet), true);
+    AddCutSet(std::move(cutSet), !mayShrink);
   }
   return orders.IsEmpty() ? 0 : orders.highest;
 }

@@ -50,22 +50,25 @@ void ResetOwnModule(FaultTreeNode& node) {
 // A date of 0 is none.
 int Earlier(int date, int other) { return date == 0 ? other : std::min(date, other); }
 
-/// A gate that nothing is known to cause is passed over by the gates above, as long as no order
-/// limit has emptied it; as a module it would take all their cut sets with it.
-void DissolveIfHole(FaultTreeGate& module) {
-  if (!module.moduleEvent->moduleCutSets.empty() || module.truncated) return;
-  module.isModule = false;
-  module.moduleEvent.reset();
+/// A gate that nothing is known to cause is a hole, which the gates above pass over; as a module it
+/// would take all their cut sets with it. One whose cut sets are too large, or exclude each other,
+/// is none.
+bool IsHole(const FaultTreeGate& module) {
+  return module.moduleEvent->moduleCutSets.empty() && !module.incomplete;
 }
 
 void GenerateModule(FaultTreeGate& module, bool useBDDs) {
+  bool hole = false;
   if (useBDDs) {
-    CollectBDDCutSets(module, [](const BDDParent& /*diagram*/) {});
+    hole = !CollectBDDCutSets(module, [](const BDDParent& /*diagram*/) {});
     module.FillModuleEvent();
-    return;
+  } else {
+    module.GenerateCutSets();
+    hole = IsHole(module);
   }
-  module.GenerateCutSets();
-  DissolveIfHole(module);
+  if (!hole) return;
+  module.isModule = false;
+  module.moduleEvent.reset();
 }
 
 }  // namespace

@@ -34,20 +34,21 @@ void Transition::Link(Model& model) {
   const std::shared_ptr<State> from = owner.lock();
   const std::string place = " in transition " + name + " in state " + from->name;
   const auto& states = from->machine.lock()->states;
-  const auto found = states.find(destinationName);
+  const auto target = states.find(destinationName);
   // The quotes stay open in all three messages: users search their logs for this wording.
-  if (found == states.end()) {
+  if (target == states.end()) {
     throw VtnException("Missing destination state '" + destinationName + place);
   }
-  destination = found->second;
+  destination = target->second;
   destination->incoming.push_back(shared_from_this());
   const std::string missing = "Cannot find output deviation '" + cause + place;
   const std::shared_ptr<Port> port = model.FindPort(PortOf(cause));
   if (!port) throw VtnException(missing + " - missing port.");
-  deviation = port->GetOutputDeviation(FailureClassOf(cause), from->name);
-  if (!deviation) {
-    throw VtnException(missing + " - no output deviation of that class in the port.");
-  }
+  const auto known = port->GetOutputDeviation(FailureClassOf(cause), from->name);
+  if (!known) throw VtnException(missing + " - no output deviation of that class in the port.");
+  // A copy, because its logic is resolved in the state that this transition leads to, and the same
+  // deviation may cause transitions to other states.
+  deviation = known->Copy(port->GetOwner());
 }
 
 namespace {

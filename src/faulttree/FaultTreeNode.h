@@ -234,6 +234,9 @@ class FaultTreeNode : public IPrintable,
   bool resolved = false;         ///< Synthesis has walked this node.
   mutable bool visited = false;  ///< On the path of a walk; belongs to `OnPathMark`.
   bool truncated = false;        ///< An order limit has taken cut sets from the list.
+  /// A limit, in a product with a module too, or mutual exclusion has taken cut sets from the list:
+  /// when it is empty, the node is no hole but something that takes more, or can't be.
+  bool incomplete = false;
 
  protected:
   /// An id that is taken as it stands, negative ones too.

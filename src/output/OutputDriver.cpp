@@ -21,10 +21,8 @@ struct UnavailableType {
 };
 
 constexpr UnavailableType BeforeExchange[] = {
-    {OutputType::OpenPsa, "OPENPSA"},
-    {OutputType::Excel, "EXCEL"},
-    {OutputType::Problog, "PROBLOG"},
-    {OutputType::Iso, "ISO"},
+    {OutputType::OpenPsa, "OPENPSA"}, {OutputType::Excel, "EXCEL"},
+    {OutputType::Problog, "PROBLOG"}, {OutputType::Iso, "ISO"},
     {OutputType::Epm, "EPM"},
 };
 constexpr UnavailableType Pages = {OutputType::Html, "HTML"};

@@ -92,6 +92,7 @@ class CoherentRoutesPropertyTest : public ProcessStateTest,
 };
 
 class OrderLimitPropertyTest : public CoherentRoutesPropertyTest {};
+class EffectiveOrderPropertyTest : public CoherentRoutesPropertyTest {};
 class ExclusionPropertyTest : public CoherentRoutesPropertyTest {};
 
 TEST_P(CoherentRoutesPropertyTest, CutSetsAreTheMinimalAssignments) {
@@ -122,7 +123,7 @@ TEST_P(OrderLimitPropertyTest, KeepsAllCutSetsUpToIt) {
   EXPECT_GT(dropped, 5000U) << "The limit has hardly been put to the test.";
 }
 
-TEST_P(OrderLimitPropertyTest, EffectiveOrderCountsNoNormalEvents) {
+TEST_P(EffectiveOrderPropertyTest, LimitLeavesNormalEventsOut) {
   constexpr std::uint64_t FirstSeed = 200000;
   constexpr EventMask NormalOnes = 7;
   RandomLogicOptions options;
@@ -204,10 +205,17 @@ INSTANTIATE_TEST_SUITE_P(Routes, CoherentRoutesPropertyTest,
                          ::testing::Values(Upward, UpwardModularised, Diagram, DiagramModularised),
                          CaseName);
 
-INSTANTIATE_TEST_SUITE_P(Routes, OrderLimitPropertyTest, ::testing::Values(Upward), CaseName);
+INSTANTIATE_TEST_SUITE_P(Routes, OrderLimitPropertyTest,
+                         ::testing::Values(Upward, UpwardModularised, Diagram, DiagramModularised),
+                         CaseName);
+
+// Ways through a diagram are limited by their plain length.
+INSTANTIATE_TEST_SUITE_P(Routes, EffectiveOrderPropertyTest,
+                         ::testing::Values(Upward, UpwardModularised), CaseName);
 
 INSTANTIATE_TEST_SUITE_P(Routes, ExclusionPropertyTest,
-                         ::testing::Values(Diagram, DiagramModularised), CaseName);
+                         ::testing::Values(Upward, UpwardModularised, Diagram, DiagramModularised),
+                         CaseName);
 
 }  // namespace
 }  // namespace FTS

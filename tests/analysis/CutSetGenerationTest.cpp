@@ -397,10 +397,14 @@ TEST_F(ExclusionGenerationTest, EmptiedAndDoesNotLookAtFurtherInputs) {
   EXPECT_FALSE(root->truncated);
 }
 
-TEST_F(ExclusionGenerationTest, GateEmptiedByExclusionIsPassedOverByItsParent) {
-  EXPECT_EQ(CutSetsOf("Top=AND(A, AND(open, closed))"), "A");
-  EXPECT_EQ(Warnings().size(), 2U);
-  EXPECT_EQ(Warnings().back(), "Gate without cut sets is ignored under AND gate: Top");
+TEST_F(ExclusionGenerationTest, GateEmptiedByExclusionEmptiesAnAndGateAbove) {
+  // What excludes itself never holds, and nothing holds together with it.
+  EXPECT_EQ(CutSetsOf("Top=AND(A, AND(open, closed))"), "");
+  EXPECT_EQ(Warnings().size(), 1U);
+}
+
+TEST_F(ExclusionGenerationTest, GateEmptiedByExclusionIsNoInputOfAnOrGate) {
+  EXPECT_EQ(CutSetsOf("Top=OR(A, AND(open, closed))"), "A");
 }
 
 // Modules

@@ -52,8 +52,8 @@ TEST_F(OutputDriverTest, OpenPsaAloneWritesNothingHere) {
   Run(OutputType::OpenPsa);
   EXPECT_TRUE(std::filesystem::is_empty(folder.Path()));
   EXPECT_EQ(streams.Output(), "");
-  EXPECT_EQ(Warnings(), std::vector<std::string>{
-                            "Output type OPENPSA is not available in this version."});
+  EXPECT_EQ(Warnings(),
+            std::vector<std::string>{"Output type OPENPSA is not available in this version."});
 }
 
 TEST_F(OutputDriverTest, XmlMakesItsFolderAndFiles) {

@@ -47,7 +47,7 @@ ProgramRun RunProgramWith(const std::vector<std::string>& arguments) {
 }
 
 std::string WithoutTimes(const std::string& text) {
-  static const std::regex Time(R"((\d+h )?(\d+m )?\d+(\.\d+)?(e-\d+)?s\b)");
+  static const std::regex Time(R"(\b(\d+h )?(\d+m )?\d+(\.\d+)?(e-\d+)?s\b)");
   return std::regex_replace(text, Time, "<time>");
 }
 
