@@ -12,6 +12,7 @@
 #include "analysis/BDD.h"
 #include "analysis/CutSet.h"
 #include "analysis/FaultTree.h"
+#include "analysis/Prime.h"
 #include "app/Config.h"
 #include "faulttree/BasicEvent.h"
 #include "faulttree/FaultTreeGate.h"
@@ -57,6 +58,8 @@ Node GateTree(std::int64_t gates) {
 }
 
 Node Voters(std::int64_t count) {
+  Prime::Release();  // Products of large primes that lie close together would be rounded to one
+                     // key.
   std::vector<Node> voters;
   for (std::int64_t i = 0; i < count; ++i) {
     const std::string name = "v" + std::to_string(i);

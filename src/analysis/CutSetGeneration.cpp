@@ -274,7 +274,9 @@ int FaultTreeGate::GenerateCutSets() {
 bool FaultTreeGate::AddCutSet(std::unique_ptr<CutSet> cutSet, bool skipCheck) {
   if (!skipCheck && IsSubsumed(*cutSet)) return false;
   const double key = cutSet->prime;
-  const auto [entry, isNew] = cutSets.try_emplace(key, std::move(cutSet));
+  const std::size_t before = cutSets.size();
+  const auto entry = cutSets.try_emplace(cutSets.end(), key, std::move(cutSet));
+  const bool isNew = cutSets.size() > before;
   if (isNew && primeIndex) primeIndex->Add(*entry->second);
   return isNew;
 }

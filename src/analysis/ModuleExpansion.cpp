@@ -185,6 +185,10 @@ int FaultTreeGate::ExpandModuleCutSets() {
     RemoveFromIndex(cutSet);
     entry = cutSets.erase(entry);
   }
+  // In the order of their keys, which is that of memory from then on: there may be millions.
+  for (const auto& cutSet : expanded) cutSet->RestorePrime();
+  std::stable_sort(expanded.begin(), expanded.end(),
+                   [](const auto& a, const auto& b) { return a->prime < b->prime; });
   for (auto& cutSet : expanded) {
     maxOrder = std::max(maxOrder, cutSet->GetOrder());
     AddCutSet(std::move(cutSet), !mayShrink);

@@ -87,11 +87,12 @@ Overlaps SumOverlaps(const CutSetMap& cutSets) {
 
 void FaultTree::EsaryProschan() {
   const Members common = CommonEvents(cutSets);
-  double noneHolds = 1.0;
+  // The same as 1 less the product of all 1 - q, in steps that keep the digits of figures far below
+  // one: 1e-12 would be 9.99978e-13 otherwise, and 1e-17 nothing at all.
+  unavailability = 0.0;
   for (const auto& [key, cutSet] : cutSets) {
-    noneHolds *= 1.0 - UnavailabilityWithout(common, *cutSet);
+    unavailability += UnavailabilityWithout(common, *cutSet) * (1.0 - unavailability);
   }
-  unavailability = 1.0 - noneHolds;
   for (const BasicEvent* event : common) unavailability *= event->GetUnavailability();
 }
 

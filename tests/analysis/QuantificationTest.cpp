@@ -98,6 +98,14 @@ TEST_F(QuantificationTest, WithoutCommonEventsTheBoundIsThePlainProduct) {
   EXPECT_EQ(tree.unavailability, 1.0 - (1.0 - 0.125) * (1.0 - 0.0625) * (1.0 - 0.03125));
 }
 
+TEST_F(QuantificationTest, VerySmallFiguresKeepTheirDigits) {
+  for (const char* name : {"A", "B", "C", "D"}) Event(name, 1e-9);
+  Add({"A", "B"});
+  Add({"C", "D"});
+  tree.EsaryProschan();
+  EXPECT_DOUBLE_EQ(tree.unavailability, 2e-18);
+}
+
 TEST_F(QuantificationTest, EventsCommonToSomeCutSetsOnlyStay) {
   Event("A", 0.5);
   Event("B", 0.25);

@@ -71,6 +71,14 @@ TEST_F(NegationRunTest, ContradictionIsRemovedAndTold) {
                                     "\tGenerating derived Consensus Cut Sets...\n"));
 }
 
+TEST_F(NegationRunTest, NegationOfOneEventIsItsComplement) {
+  for (const char* contraction : {"contract=true", "contract=false"}) {
+    Run({"not A"}, {contraction});
+    EXPECT_THAT(CutSets(), UnorderedElementsAre("~A")) << contraction;
+    EXPECT_NEAR(trees.at("H0").unavailability, 0.9, 1e-6) << contraction;
+  }
+}
+
 TEST_F(NegationRunTest, PairIsJoined) {
   Run({"A AND B OR not A AND B"});
   EXPECT_THAT(CutSets(), UnorderedElementsAre("B"));

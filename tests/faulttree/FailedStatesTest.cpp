@@ -379,6 +379,12 @@ TEST_F(FailedStateResolutionTest, WhatTheCauseDependsOnCountsInTheStateItLeadsTo
             "Failed State: loss of f = S.b*S.c\n");
 }
 
+TEST_F(FailedStateResolutionTest, OneCauseOfTwoTransitionsCountsInTheStateEachLeadsTo) {
+  // To f at once, or to m, from where the relay alone leads on.
+  EXPECT_EQ(TreesOf("{s: a, m: b, f: c}", "{s: Omission-in, m: x}", "*s R>m R>f; m R>f; !f"),
+            "Failed State: loss of f = R.x*S.b + S.c\n");
+}
+
 TEST_F(FailedStateResolutionTest, StateWithoutLogicOfItsOwnHasTheDefault) {
   EXPECT_EQ(TreesOf("{default: a, f: b}", "{m: x + Omission-in, default: y * Omission-in}",
                     "*s R>m; m R>f; !f"),
