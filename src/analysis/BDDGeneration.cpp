@@ -58,11 +58,13 @@ std::unique_ptr<BDDParent> ProxyNode::BuildBDD(bool /*asRoot*/) {
 }
 
 std::unique_ptr<BDDParent> BasicEvent::BuildBDD(bool /*asRoot*/) {
+  if (IsLeftOut()) return nullptr;
   if (!bdd) bdd = std::make_unique<BDDNode>(*this, false);
   return bdd->Clone();
 }
 
 std::unique_ptr<BDDParent> ComplementEvent::BuildBDD(bool /*asRoot*/) {
+  if (IsLeftOut()) return nullptr;
   // A variable of its own that is true where it does not occur: no way names a complement, and the
   // cut sets tell which failures suffice, not which must be absent.
   if (!bdd) bdd = std::make_unique<BDDNode>(*this, true);

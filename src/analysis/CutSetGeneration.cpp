@@ -233,37 +233,6 @@ bool CutSetWalk::IsWanted(FaultTreeGate& gate, const CutSet& product, bool merge
   return !gate.IsSubsumed(product);
 }
 
-/// True for events that only stand in a tree where the options keep holes and loops.
-bool IsLeftOut(NodeType type) {
-  const Config& config = Config::Instance();
-  switch (type) {
-    case NodeType::Circle:
-      return config.removeCircleNodes;
-    case NodeType::InputDeviation:
-    case NodeType::OutputDeviation:
-    case NodeType::ExternalDeviation:
-      return config.removeHangingNodes;
-    case NodeType::NullOp:
-    case NodeType::Or:
-    case NodeType::And:
-    case NodeType::PAnd:
-    case NodeType::SAnd:
-    case NodeType::POr:
-    case NodeType::Not:
-    case NodeType::XOr:
-    case NodeType::FailureMode:
-    case NodeType::PCCF:
-    case NodeType::ACCF:
-    case NodeType::Module:
-    case NodeType::External:
-    case NodeType::Normal:
-    case NodeType::Complement:
-    case NodeType::State:
-      return false;
-  }
-  return false;
-}
-
 }  // namespace
 
 int FaultTreeGate::GenerateCutSets() {
@@ -344,10 +313,41 @@ void ProxyNode::RequireChild() const {
   }
 }
 
+bool BasicEvent::IsLeftOut() const {
+  const Config& config = Config::Instance();
+  switch (type) {
+    case NodeType::Circle:
+      return config.removeCircleNodes;
+    case NodeType::InputDeviation:
+    case NodeType::OutputDeviation:
+    case NodeType::ExternalDeviation:
+      return config.removeHangingNodes;
+    case NodeType::Complement:
+      return static_cast<const ComplementEvent*>(this)->source->IsLeftOut();
+    case NodeType::NullOp:
+    case NodeType::Or:
+    case NodeType::And:
+    case NodeType::PAnd:
+    case NodeType::SAnd:
+    case NodeType::POr:
+    case NodeType::Not:
+    case NodeType::XOr:
+    case NodeType::FailureMode:
+    case NodeType::PCCF:
+    case NodeType::ACCF:
+    case NodeType::Module:
+    case NodeType::External:
+    case NodeType::Normal:
+    case NodeType::State:
+      return false;
+  }
+  return false;
+}
+
 int BasicEvent::GenerateCutSets() {
   if (cutSetsDone) return maxOrder;
   cutSetsDone = true;
-  if (IsLeftOut(type)) return maxOrder;
+  if (IsLeftOut()) return maxOrder;
   auto cutSet = std::make_unique<CutSet>();
   cutSet->AddEvent(*this);
   maxOrder = 1;

@@ -66,12 +66,13 @@ void FaultTree::Dualise() {
   const FaultTreeNode::Pointer old = root;
   const auto top = std::make_shared<OrGate>(old->name, old->model, old->GetId());
   top->description = old->description;
-  const std::string current = old->state;
-  if (current != DefaultState) {
-    // The tree as synthesised stays readable in its own state; the old root gives its id away.
-    old->SetCurrentState(DefaultState);
-    top->AddChild(CloneTemplate(*old, old->model, CloneMode::NewNodes));
-    top->SetCurrentState(current);
+  if (old->state != DefaultState) {
+    // The tree as synthesised stays readable in its own state. It takes a copy: the old root has
+    // given its id away, and selecting a state in it would reach the result, and other trees too.
+    const FaultTreeNode::Pointer synthesised = CloneTemplate(*old, old->model, CloneMode::NewNodes);
+    synthesised->SetCurrentState(DefaultState);
+    top->AddChild(synthesised);
+    top->SetCurrentState(old->state);
   }
   top->AddChild(result);
   root = top;

@@ -58,6 +58,10 @@ class BasicEvent : public FaultTreeNode, public IPrime, public ISafetyRequiremen
   /// Owning component's full name, ".", name; the name alone without an owner.
   std::string GetFullName() const;
 
+  /// True for an event that stands where the options want a loop or a hole removed, and for its
+  /// complement: it has no cut sets, and diagrams have no variable for it.
+  bool IsLeftOut() const;
+
   /// This event's complement, made on first use. An event keeps its complement until
   /// `Model::ClearSynthesis`.
   std::shared_ptr<ComplementEvent> GetComplement();

@@ -59,6 +59,18 @@ TEST_F(LoopRunTest, RemovedLoopIsNoUnconnectedInput) {
   EXPECT_EQ(OnlyCutSets(Ring("AND", "copy")), "A.a");
 }
 
+TEST_F(LoopRunTest, RemovedLoopIsNoEventOfADiagram) {
+  Config::Instance().removeCircleNodes = true;
+  for (const std::string hazardPort : {"out", "copy"}) {
+    const auto model = LoadModel(Ring("OR", hazardPort));
+    Config::Instance().runSilent = true;
+    const CapturedStreams streams;
+    model->Synthesise();
+    model->Analyse(true);
+    EXPECT_EQ(CutSetsOf(*model, "H"), "A.a") << hazardPort;
+  }
+}
+
 TEST_F(LoopRunTest, RemovedLoopIsReportedAsLoopOnly) {
   Config::Instance().removeCircleNodes = true;
   Config::Instance().removeHangingNodes = true;

@@ -79,6 +79,33 @@ TEST_F(NegationRunTest, NegationOfOneEventIsItsComplement) {
   }
 }
 
+TEST_F(NegationRunTest, NegationBelowANegatedTopEventStays) {
+  for (const char* contraction : {"contract=true", "contract=false"}) {
+    Run({"not (A AND not (B AND not C))"}, {contraction});
+    EXPECT_THAT(CutSets(), UnorderedElementsAre("~A", "B;~C")) << contraction;
+    EXPECT_NEAR(trees.at("H0").unavailability, 1.0 - 0.1 * (1.0 - 0.09), 1e-6) << contraction;
+  }
+}
+
+TEST_F(NegationRunTest, NegatedTopEventLeavesOtherTreesAlone) {
+  // Both trees hold the logic of Base, one of them negated, and Base holds an input without source.
+  const std::string shared =
+      XmlSystem({XmlLeaf("C", {"in", "base", "first", "second"},
+                         {{XmlEvent("A"), XmlEvent("B"), XmlEvent("D")},
+                          {XmlDeviation("Omission-base", "A AND (B OR Omission-in)"),
+                           XmlDeviation("Omission-first", "not LocalGoto(Omission-base)"),
+                           XmlDeviation("Omission-second", "D AND LocalGoto(Omission-base)")}})},
+                {});
+  const std::string model =
+      XmlModel({XmlHazard("H0", "Omission-C.first"), XmlHazard("H1", "Omission-C.second")}, shared);
+  const ProgramRun run = RunProgramWith(
+      {folder.Write("m.xml", model), "outputdir=" + folder.Path(), "outputtype=XML,RESULTS"});
+  trees = ReadResults(folder.Path("m-Results/Results.xml"));
+  EXPECT_EQ(run.errors.find("No component for"), std::string::npos) << run.errors;
+  EXPECT_THAT(CutSets("H0"), UnorderedElementsAre("~A", "~B"));
+  EXPECT_THAT(CutSets("H1"), UnorderedElementsAre("A;B;D"));
+}
+
 TEST_F(NegationRunTest, PairIsJoined) {
   Run({"A AND B OR not A AND B"});
   EXPECT_THAT(CutSets(), UnorderedElementsAre("B"));
