@@ -1,0 +1,172 @@
+// The head of the page, and the way from the address line to a view.
+//
+// Every view enters itself in VelTarn.views under the last word of its address, with a title and a
+// function that fills an element. What a view shows stands in the address line, so that back,
+// forward and bookmarks work without any state of our own.
+'use strict';
+
+VelTarn.views = {};
+
+(function () {
+  let source = 'FaultTrees';
+  let pageTitle = '';
+  let heading = '';
+
+  const make = VelTarn.make;
+
+  function skipToContent(event) {
+    // The address line belongs to the views: a jump target in it would leave the current one.
+    event.preventDefault();
+    const title = document.querySelector('main h1, [role="main"] h1');
+    if (title) title.focus();
+  }
+
+  function menuEntries(results) {
+    const entries = [['overview', [], 'Overview'], ['fmea', ['fmea'], 'Failure modes']];
+    if (results.allocations.length > 0) {
+      entries.push(['allocations', ['allocations'], 'Safety allocations']);
+    }
+    const count = results.warnings.length;
+    entries.push(['warnings', ['warnings'], 'Warnings (' + count + ')']);
+    return entries;
+  }
+
+  function fillMenu(active, results) {
+    const place = document.getElementById('MenuHeader');
+    const links = results ? menuEntries(results).map(([name, path, title]) => make('li', {},
+        make('a', {'href': VelTarn.address(path), 'aria-current': name === active ? 'page' : null,
+          'data-focus': 'menu-' + name}, title))) : [];
+    place.setAttribute('role', 'banner');
+    place.replaceChildren(
+        make('a', {href: '#/', class: 'skip-link', click: skipToContent}, 'Skip to the content'),
+        make('div', {class: 'brand'}, make('span', {class: 'product'}, 'Vel-Tarn'),
+            make('span', {class: 'model'}, results && results.model ? results.model : heading)),
+        make('nav', {'aria-label': 'Results'}, make('ul', {class: 'menu'}, ...links)));
+  }
+
+  function describeProblems(problems) {
+    return make('div', {class: 'problem', role: 'alert'},
+        make('h2', {}, 'Part of these results cannot be shown'),
+        ...problems.map((text) => make('p', {}, text)));
+  }
+
+  /// The notice about scripts and files that cannot be read; it stays above every view.
+  VelTarn.problemPanel = describeProblems;
+
+  function spaceFor(name) {
+    const overview = document.getElementById('OverviewSpace');
+    const content = document.getElementById('ContentSpace');
+    const [shown, hidden] = name === 'overview' ? [overview, content] : [content, overview];
+    hidden.hidden = true;
+    hidden.removeAttribute('role');
+    hidden.replaceChildren();
+    shown.hidden = false;
+    shown.setAttribute('role', 'main');
+    shown.replaceChildren();
+    return shown;
+  }
+
+  function viewOf(route) {
+    if (route.path.length === 0) return 'overview';
+    if (route.path[0] === 'tree') return route.path[2] || 'tree';
+    return route.path[0];
+  }
+
+  /// Sorting and choosing draw a view anew; the keyboard stays where it was. Another view starts at
+  /// its title.
+  function placeFocus(space, sameView, key) {
+    if (sameView) {
+      const last = key && document.querySelector('[data-focus="' + CSS.escape(key) + '"]');
+      if (last) last.focus({preventScroll: true});
+      return;
+    }
+    window.scrollTo(0, 0);
+    const title = space.querySelector('h1');
+    if (title) title.focus({preventScroll: true});
+  }
+
+  function unknownView(space) {
+    space.append(make('h1', {tabindex: '-1'}, 'There is nothing at this address'),
+        make('p', {}, make('a', {href: '#/'}, 'Go to the overview of all top events')));
+  }
+
+  let shownPlace = null;
+  let problems = [];
+
+  function fillSpace(space, view, route) {
+    if (problems.length > 0) space.append(describeProblems(problems));
+    try {
+      if (view) view.render(space, route);
+      else unknownView(space);
+    } catch (error) {
+      space.append(make('h1', {tabindex: '-1'}, 'This view cannot be shown'),
+          describeProblems([error.message]));
+    }
+  }
+
+  VelTarn.show = () => {
+    if (VelTarn.shownHash === window.location.hash && shownPlace !== null) return;
+    const route = VelTarn.currentRoute();
+    const name = viewOf(route);
+    const place = route.path.join('/');
+    const focused = document.activeElement && document.activeElement.dataset.focus;
+    if (VelTarn.leaveView) VelTarn.leaveView();
+    VelTarn.leaveView = null;
+    let results = null;
+    try {
+      results = VelTarn.results(source);
+    } catch (error) {
+      if (!problems.includes(error.message)) problems.push(error.message);
+    }
+    fillMenu(name, results);
+    const space = spaceFor(name);
+    if (results) fillSpace(space, VelTarn.views[name], route);
+    else space.append(make('h1', {tabindex: '-1'}, heading), describeProblems(problems));
+    const title = space.querySelector('h1');
+    document.title = (title ? title.textContent + ' - ' : '') + pageTitle;
+    if (shownPlace !== null) placeFocus(space, shownPlace === place, focused);
+    shownPlace = place;
+    VelTarn.shownHash = window.location.hash;
+  };
+
+  /// A view that holds listeners or observers outside its own elements gives the function that ends
+  /// them.
+  VelTarn.whenLeft = (end) => {
+    const before = VelTarn.leaveView;
+    VelTarn.leaveView = () => {
+      if (before) before();
+      end();
+    };
+  };
+
+  function preparePage() {
+    document.documentElement.lang = 'en';
+    document.head.appendChild(
+        make('meta', {name: 'viewport', content: 'width=device-width, initial-scale=1'}));
+    // The table only places the parts of the page and means nothing to a screen reader.
+    document.getElementById('BodyTable').setAttribute('role', 'presentation');
+  }
+
+  /// Shows the results of the variable and follows the address line from then on.
+  VelTarn.start = async (variable) => {
+    source = variable;
+    await VelTarn.mendCharacterSet();
+    problems = await VelTarn.scriptProblems();
+    window.addEventListener('hashchange', VelTarn.show);
+    VelTarn.show();
+  };
+
+  /// The head of the page, before anything is read.
+  window.menuTransform = (variable, title) => {
+    source = variable;
+    heading = title;
+    VelTarn.heading = title;
+    preparePage();
+    fillMenu('', null);
+  };
+
+  window.changeTitle = (title) => {
+    pageTitle = title;
+    document.title = title;
+  };
+}());

@@ -1,0 +1,149 @@
+// What depends on the browser and on how it opened the page: character sets, scripts that did not
+// load, elements, and the address line that holds the state of the page.
+'use strict';
+
+(function () {
+  // Windows-1252 is what browsers take for Latin-1; these are the places where the two differ.
+  const WindowsOnly = '\u20ac\u0081\u201a\u0192\u201e\u2026\u2020\u2021\u02c6\u2030\u0160\u2039' +
+      '\u0152\u008d\u017d\u008f\u0090\u2018\u2019\u201c\u201d\u2022\u2013\u2014\u02dc\u2122\u0161' +
+      '\u203a\u0153\u009d\u017e\u0178';
+  const HighCharacters = new RegExp('[\u0080-\u00ff' + WindowsOnly + ']{2,}', 'g');
+  const Utf8Sequence =
+      /[\xc2-\xdf][\x80-\xbf]|[\xe0-\xef][\x80-\xbf]{2}|[\xf0-\xf4][\x80-\xbf]{3}/g;
+
+  function toByteText(text) {
+    return Array.from(text, (character) => {
+      const index = WindowsOnly.indexOf(character);
+      return index < 0 ? character : String.fromCharCode(0x80 + index);
+    }).join('');
+  }
+
+  /// Model files come in Latin-1 and in UTF-8, and the sign of a negated event is one byte of
+  /// Latin-1 before either. So it is decided sequence by sequence, not for the whole text.
+  VelTarn.decodeText = (text) => {
+    if (document.characterSet === 'UTF-8' && !reloaded) return text;
+    return text.replace(HighCharacters, (run) => {
+      let found = false;
+      const decoded = toByteText(run).replace(Utf8Sequence, (sequence) => {
+        const bytes = Uint8Array.from(sequence, (character) => character.charCodeAt(0));
+        try {
+          const character = new TextDecoder('utf-8', {fatal: true}).decode(bytes);
+          found = true;
+          return character;
+        } catch (error) {
+          return sequence;
+        }
+      });
+      return found ? decoded : run;
+    });
+  };
+
+  let reloaded = false;
+
+  /// Appends a script and waits for it: true when the browser found the file, whatever is in it.
+  function loadScript(source, charset) {
+    return new Promise((resolve) => {
+      const script = document.createElement('script');
+      if (charset) script.charset = charset;
+      script.src = source;
+      script.addEventListener('load', () => resolve(true));
+      script.addEventListener('error', () => resolve(false));
+      document.head.appendChild(script);
+    });
+  }
+  VelTarn.loadScript = loadScript;
+
+  const variableOf = (source) => source.replace(/^.*\//, '').replace(/\.js$/, '');
+
+  function modelSources() {
+    return Array.from(document.querySelectorAll('script[src^="model/"]'),
+        (script) => script.getAttribute('src'));
+  }
+
+  function isMisread(source) {
+    const text = window[variableOf(source)];
+    if (typeof text !== 'string' || document.characterSet === 'windows-1252') return false;
+    if (document.characterSet === 'UTF-8') return text.includes('\ufffd');
+    return /[^\x00-\x7f]/.test(text);
+  }
+
+  /// A browser that guessed another character set has lost bytes: the scripts are read again as
+  /// bytes, more or less.
+  VelTarn.mendCharacterSet = async () => {
+    const sources = modelSources();
+    if (!sources.some(isMisread)) return;
+    reloaded = true;
+    for (const source of sources) await loadScript(source, 'windows-1252');
+  };
+
+  const WhyScriptsBreak = ' is there, but the browser cannot read it. The usual cause is an ' +
+      'apostrophe (\'), a backslash or a line break in a name or a description of the model: these ' +
+      'characters cannot stand in this file. Take them out of the model and run the analysis again. ' +
+      'The XML results (outputtype=XML) of the same model are not affected.';
+  const WhyScriptsMiss = ' is missing. Copy the whole folder of the results, with its folders ' +
+      '"model" and "FTOutput", or run the analysis again.';
+
+  /// For each script of the model that gave no data, why. These scripts run before any of ours
+  /// could listen for errors, so a broken one is loaded once more to tell broken from missing.
+  VelTarn.scriptProblems = async () => {
+    const problems = [];
+    for (const source of modelSources()) {
+      if (typeof window[variableOf(source)] === 'string') continue;
+      const there = await loadScript(source, null);
+      problems.push(source + (there ? WhyScriptsBreak : WhyScriptsMiss));
+    }
+    return problems;
+  };
+
+  const SvgNamespace = 'http://www.w3.org/2000/svg';
+
+  function fill(element, attributes, children) {
+    for (const [name, value] of Object.entries(attributes || {})) {
+      if (value === null || value === undefined || value === false) continue;
+      if (typeof value === 'function') element.addEventListener(name, value);
+      else element.setAttribute(name, value === true ? '' : value);
+    }
+    // Texts become text nodes, so that nothing in a name is ever read as markup.
+    element.append(...children.flat().filter((child) => child !== null && child !== undefined));
+    return element;
+  }
+
+  /// An element. Functions among the attributes are listeners; strings among the children are text.
+  VelTarn.make = (tag, attributes, ...children) =>
+    fill(document.createElement(tag), attributes, children);
+
+  VelTarn.makeSvg = (tag, attributes, ...children) =>
+    fill(document.createElementNS(SvgNamespace, tag), attributes, children);
+
+  /// The address of a view: its path, then what is chosen in it. Empty choices are left out.
+  VelTarn.address = (path, choices) => {
+    const query = new URLSearchParams();
+    for (const [name, value] of Object.entries(choices || {})) {
+      if (value !== '' && value !== null && value !== undefined) query.set(name, value);
+    }
+    const text = query.toString();
+    return '#/' + path.map(encodeURIComponent).join('/') + (text ? '?' + text : '');
+  };
+
+  /// The view that the address line asks for: {path: [...], choices: {...}}.
+  VelTarn.currentRoute = () => {
+    const [path, query] = window.location.hash.replace(/^#\/?/, '').split(/\?(.*)/s);
+    let parts = [];
+    try {
+      parts = path.split('/').filter((part) => part !== '').map(decodeURIComponent);
+    } catch (error) {
+      parts = [];  // Typed by hand and not an address of ours: the overview.
+    }
+    return {path: parts, choices: Object.fromEntries(new URLSearchParams(query || ''))};
+  };
+
+  /// Writes what was chosen into the address line without a step for the back button: typing a
+  /// filter is no journey. The view has already shown it.
+  VelTarn.keepChoices = (choices) => {
+    const route = VelTarn.currentRoute();
+    const hash = VelTarn.address(route.path, {...route.choices, ...choices});
+    if (hash === window.location.hash) return;
+    VelTarn.shownHash = hash;
+    window.location.replace(hash);
+  };
+}());

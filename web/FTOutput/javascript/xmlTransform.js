@@ -1,0 +1,281 @@
+// From the strings of model/*.js to objects that the views show.
+//
+// The strings are the result files byte for byte: nothing in a name is escaped, and the page that
+// loads them declares no character set. Both are mended here and nowhere else.
+'use strict';
+
+var VelTarn = {};
+
+(function () {
+  // Every element of the result format. A "<" that starts none of them belongs to a text.
+  const Elements = 'Vel-Tarn_Results|FaultTrees|FaultTree|FMEA|Component|Events|Effects?|Name|' +
+      'ShortName|SID|Description|Unavailability|UnavailabilitySort|Frequency|Severity|SIL|TopNode|' +
+      'SinglePointFailure|CutSetsSummary|CutSets|And|Or|Not|OutputDeviation|InputDeviation|' +
+      'ExportedDeviation|Goto|PCCF|Children|WarningList|Warning|Event|BasicEvent|NormalEvent|' +
+      'ComplementEvent|ModuleEvent|CCF|Circle|OutputDeviationNode|InputDeviationNode|' +
+      'ExportedDeviationNode';
+  const StrayMarkup = new RegExp('&|<(?!\\?xml |/?(?:' + Elements + ')(?:>|/>| [A-Za-z]+="| ?/>))', 'g');
+  const ControlCharacters = /[\u0000-\u0008\u000b\u000c\u000e-\u001f]/g;
+  const AllocationBlock = /<SafetyAllocations>[\s\S]*<\/SafetyAllocations>/;
+
+  /// The text with what would be markup, but is none of the format's, turned into plain text. Safety
+  /// allocations are left alone: they come from an XML library, which escapes.
+  function escapeStrayMarkup(xml) {
+    const mend = (text) => text
+        .replace(StrayMarkup, (found) => (found === '&' ? '&amp;' : '&lt;'))
+        .replace(ControlCharacters, '\ufffd');
+    const block = AllocationBlock.exec(xml);
+    if (!block) return mend(xml);
+    return mend(xml.slice(0, block.index)) + block[0] + mend(xml.slice(block.index + block[0].length));
+  }
+
+  function parse(xml, source) {
+    const parsed = new DOMParser().parseFromString(escapeStrayMarkup(VelTarn.decodeText(xml)), 'text/xml');
+    const error = parsed.getElementsByTagName('parsererror')[0];
+    if (error) {
+      throw new Error(source + ' is not well formed. A name or description in the model holds ' +
+          'characters that look like part of the file itself. ' + error.textContent.trim());
+    }
+    return parsed.documentElement;
+  }
+
+  const childrenNamed = (element, name) =>
+      Array.from(element.children).filter((child) => child.nodeName === name);
+  const childNamed = (element, name) =>
+      element ? childrenNamed(element, name)[0] || null : null;
+  const textOf = (element, name) => {
+    const child = childNamed(element, name);
+    return child ? child.textContent.trim() : '';
+  };
+
+  /// A figure keeps the text of the file, which is what other results show, beside its value.
+  function figure(text, exact) {
+    const value = text === '' ? NaN : Number(exact || text);
+    return {text: value === -1 ? '' : text, value: value === -1 ? NaN : value};
+  }
+
+  /// SIL is absent where no hazard stands behind the tree: zero and "none" are different statements.
+  function readFigures(element) {
+    return {
+      unavailability: figure(textOf(element, 'Unavailability'), textOf(element, 'UnavailabilitySort')),
+      frequency: figure(textOf(element, 'Frequency')),
+      severity: figure(textOf(element, 'Severity')),
+      sil: figure(textOf(element, 'SIL')),
+    };
+  }
+
+  function readSummary(element) {
+    const summary = childNamed(element, 'CutSetsSummary');
+    if (!summary) return [];
+    return childrenNamed(summary, 'CutSets').map((entry) => ({
+      order: Number(entry.getAttribute('order')),
+      pruned: entry.getAttribute('pruned') === 'true',
+      count: Number(entry.textContent),
+    }));
+  }
+
+  function readTree(element) {
+    const summary = readSummary(element);
+    return {
+      ...readFigures(element),
+      id: element.getAttribute('ID'),
+      name: textOf(element, 'Name'),
+      description: textOf(element, 'Description'),
+      summary,
+      cutSetCount: summary.reduce((sum, entry) => sum + (entry.pruned ? 0 : entry.count), 0),
+      topNode: childNamed(element, 'TopNode'),
+    };
+  }
+
+  function readAllocation(individual) {
+    const evaluation = individual.getElementsByTagName('Evaluation')[0];
+    return {
+      id: textOf(individual, 'IndividualID'),
+      cost: figure(textOf(evaluation, 'Value')),
+      encoding: childNamed(individual, 'Encoding'),
+    };
+  }
+
+  /// The whole of FaultTrees.js.
+  function readResults(xml, source) {
+    const root = parse(xml, source);
+    const trees = childNamed(root, 'FaultTrees');
+    const allocations = childNamed(root, 'SafetyAllocations');
+    const population = childNamed(allocations, 'Population');
+    const warnings = childNamed(root, 'WarningList');
+    return {
+      model: root.getAttribute('model') || '',
+      version: [root.getAttribute('majorVersion'), root.getAttribute('minorVersion'),
+        root.getAttribute('version')].join('.'),
+      versionDate: root.getAttribute('versionDate') || '',
+      trees: trees ? childrenNamed(trees, 'FaultTree').map(readTree) : [],
+      allocations: population ? childrenNamed(population, 'Individual').map(readAllocation) : [],
+      warnings: warnings ?
+          childrenNamed(warnings, 'Warning').map((warning) => warning.textContent) : [],
+    };
+  }
+
+  function readEvent(element, component) {
+    const effects = childNamed(element, 'Effects');
+    return {
+      id: element.getAttribute('ID'),
+      type: element.nodeName,
+      component,
+      name: textOf(element, 'Name'),
+      shortName: textOf(element, 'ShortName'),
+      description: textOf(element, 'Description'),
+      unavailability: figure(textOf(element, 'Unavailability')),
+      frequency: figure(textOf(element, 'Frequency')),
+      effects: effects ? childrenNamed(effects, 'Effect').map((effect) => ({
+        id: effect.getAttribute('ID'),
+        name: textOf(effect, 'Name'),
+        direct: textOf(effect, 'SinglePointFailure') === 'true',
+      })) : [],
+    };
+  }
+
+  function readFMEA(element) {
+    const table = {components: [], events: new Map()};
+    for (const entry of childrenNamed(element, 'Component')) {
+      const component = {name: textOf(entry, 'Name'), sid: textOf(entry, 'SID'), events: []};
+      const events = childNamed(entry, 'Events');
+      component.events = Array.from(events ? events.children : [])
+          .map((event) => readEvent(event, component));
+      component.events.forEach((event) => table.events.set(event.id, event));
+      table.components.push(component);
+    }
+    return table;
+  }
+
+  const OrderStart = /<CutSets order="(\d+)" ?>/g;
+  const OneCutSet = /<CutSet><Unavailability>([^<]*)<\/Unavailability><Frequency>([^<]*)<\/Frequency><UnavailabilitySort>([^<]*)<\/UnavailabilitySort><Events>(.*?)<\/Events><\/CutSet>/g;
+  const OneId = /ID="(-?\d+)"/g;
+
+  /// Cut sets are figures and ids only, no text of the model, and there may be a hundred thousand: a
+  /// scan reads them in a tenth of the time and memory that a document of them takes.
+  function scanCutSets(xml) {
+    const starts = Array.from(xml.matchAll(OrderStart));
+    const cutSets = [];
+    starts.forEach((start, index) => {
+      const end = index + 1 < starts.length ? starts[index + 1].index : xml.length;
+      const order = Number(start[1]);
+      for (const found of xml.slice(start.index, end).matchAll(OneCutSet)) {
+        cutSets.push({
+          order,
+          unavailability: figure(found[1], found[3]),
+          frequency: figure(found[2]),
+          events: Array.from(found[4].matchAll(OneId), (id) => id[1]),
+        });
+      }
+    });
+    return cutSets;
+  }
+
+  /// One CutSets_<id>.js: the failure modes and effects, and the cut sets of the tree.
+  function readCutSets(xml, source) {
+    const start = xml.lastIndexOf('<AllCutSets>');
+    const end = xml.lastIndexOf('</AllCutSets>');
+    const head = start < 0 ? xml : xml.slice(0, start) + xml.slice(end + '</AllCutSets>'.length);
+    const table = parse(head, source).getElementsByTagName('FMEA')[0];
+    return {
+      fmea: table ? readFMEA(table) : null,
+      cutSets: start < 0 ? [] : scanCutSets(xml.slice(start, end)),
+    };
+  }
+
+  /// What was read once is kept: views come and go, the scripts do not change.
+  const read = new Map();
+
+  function remember(variable, reader, source) {
+    if (!read.has(variable)) {
+      const xml = window[variable];
+      read.set(variable, typeof xml === 'string' ? reader(xml, source) : null);
+    }
+    return read.get(variable);
+  }
+
+  /// Null when the script did not load. Throws when its text cannot be parsed.
+  VelTarn.results = (variable) => remember(variable, readResults, 'model/' + variable + '.js');
+
+  /// Null when the script of this tree did not load.
+  VelTarn.cutSetsOf = (treeId) =>
+    remember('CutSets_' + treeId, readCutSets, 'model/CutSets_' + treeId + '.js');
+
+  let fmea;
+
+  function findFMEA() {
+    for (const tree of VelTarn.results('FaultTrees').trees) {
+      try {
+        const file = VelTarn.cutSetsOf(tree.id);
+        if (file && file.fmea) return file.fmea;
+      } catch (error) {
+        // The view of these cut sets says what is wrong with the file; here another one may do.
+      }
+    }
+    return null;
+  }
+
+  /// Every cut set script has the same failure modes; the first that can be read will do. Null when
+  /// there is none, or the run left them out.
+  VelTarn.fmea = () => {
+    if (fmea === undefined) fmea = findFMEA();
+    return fmea;
+  };
+
+  /// The event of the id, or null for one that the failure modes do not list.
+  VelTarn.findEvent = (id) => {
+    const table = VelTarn.fmea();
+    return (table && table.events.get(id)) || null;
+  };
+
+  VelTarn.eventName = (id) => {
+    const event = VelTarn.findEvent(id);
+    return event ? event.name : 'Event ' + id;
+  };
+
+  VelTarn.findTree = (id) =>
+    VelTarn.results('FaultTrees').trees.find((tree) => tree.id === id) || null;
+
+  /// The logic below a tree's top node as objects {key, id, type, name, children, parent, shared}.
+  /// A part that stands at several places of the tree is written at each of them; `shared` names the
+  /// first place, and only that one has children here. The same id is not enough to tell: a gate and
+  /// its negated form have one id, so the whole part below is compared, by a number for each form.
+  VelTarn.logicOf = (tree) => {
+    const forms = new Map();
+    const firstOfForm = new Map();
+    let count = 0;
+    const build = (element, parent) => {
+      const node = {key: String(count++), id: element.getAttribute('ID'), type: element.nodeName,
+        name: textOf(element, 'Name'), children: [], parent, shared: null, form: 0};
+      if (node.type === 'Event') {
+        const event = VelTarn.findEvent(node.id);
+        node.event = event;
+        node.type = event ? event.type : 'Event';
+        node.name = VelTarn.eventName(node.id);
+      } else {
+        const list = childNamed(element, 'Children') || element;
+        node.children = Array.from(list.children)
+            .filter((child) => child.nodeName !== 'Name').map((child) => build(child, node));
+      }
+      const text = node.type + ' ' + node.id + ' ' + node.children.map((child) => child.form);
+      if (!forms.has(text)) forms.set(text, forms.size);
+      node.form = forms.get(text);
+      return node;
+    };
+    const shareRepeats = (node) => {
+      if (node.children.length === 0) return;
+      if (firstOfForm.has(node.form)) {
+        node.shared = firstOfForm.get(node.form);
+        node.children = [];
+        return;
+      }
+      firstOfForm.set(node.form, node);
+      node.children.forEach(shareRepeats);
+    };
+    const top = tree.topNode && tree.topNode.firstElementChild;
+    if (!top) return null;
+    const root = build(top, null);
+    shareRepeats(root);
+    return root;
+  };
+}());
