@@ -51,17 +51,17 @@
     return listed;
   }
 
-  const Narrow = 640;  // Pixels; below it the figures of a row stand under its events.
-  const CharacterWidth = 8.6;
+  const Narrow = 680;  // Pixels; below it the figures of a row stand under its events.
+  const CharacterWidth = 9;
   const LineHeight = 22;
 
   /// Known before the row is made, from a generous guess at the width of a letter.
   function heightOf(row, width) {
     if (row.head !== undefined) return 40;
     const narrow = width < Narrow;
-    const letters = Math.max(10, Math.floor((narrow ? width - 32 : width - 396) / CharacterWidth));
+    const letters = Math.max(10, Math.floor((narrow ? width - 32 : width - 430) / CharacterWidth));
     const lines = row.names.reduce((sum, name) => sum + Math.ceil(name.length / letters), 0);
-    return Math.max(1, lines) * LineHeight + 14 + (narrow ? LineHeight + 4 : 0);
+    return Math.max(1, lines) * LineHeight + 14 + (narrow ? LineHeight : 0);
   }
 
   const figureCell = (label, text) => make('div', {'class': 'figure', 'role': 'cell',

@@ -77,6 +77,17 @@
     return links;
   }
 
+  const ListedInputs = 40;  // A gate with more is read in the tree itself.
+
+  function neighbourList(title, nodes, select) {
+    if (nodes.length === 0) return '';
+    const left = nodes.length - ListedInputs;
+    return make('section', {}, make('h3', {}, title), make('ul', {class: 'plain'},
+        ...nodes.slice(0, ListedInputs).map((node) => make('li', {}, make('button',
+            {'type': 'button', 'class': 'link-button', 'click': () => select(node)}, node.name))),
+        left > 0 ? make('li', {}, 'and ' + left + ' more') : null));
+  }
+
   /// What is known about the chosen node, with links to where more is.
   VelTarn.showNodeDetails = (panel, node, tree, select) => {
     const figures = node.event ? VelTarn.figureList([['Unavailability', node.event.unavailability],
@@ -86,7 +97,9 @@
             (node.shared ? ', a transfer to the same part elsewhere in this tree' : '')),
         node.event && node.event.description ? make('p', {}, node.event.description) : '', figures,
         make('ul', {class: 'plain links'},
-            ...detailLinks(node, tree, select).map((link) => make('li', {}, link))));
+            ...detailLinks(node, tree, select).map((link) => make('li', {}, link))),
+        neighbourList('Input of', node.parent ? [node.parent] : [], select),
+        neighbourList('Inputs', node.children, select));
   };
 
   function openWayTo(node, open) {
@@ -100,7 +113,7 @@
       this.tree = tree;
       this.root = root;
       this.nodes = VelTarn.allNodes(root);
-      this.open = VelTarn.initiallyOpen(root, 60);
+      this.open = VelTarn.initiallyOpen(root, 32);
       this.chosen = this.nodes.find((node) => node.key === chosenKey) || root;
       openWayTo(this.chosen, this.open);
       this.changed = changed;
@@ -189,6 +202,8 @@
   const Gap = 16;
   const Letters = 27;
   const TextLines = 3;
+  const MaxScale = 3;
+  const MinScale = 0.02;  // By hand; a very wide tree may fit at less.
   const SketchBelow = 0.28;  // The scale below which nobody could read a text.
 
   const SymbolPaths = {
@@ -224,28 +239,49 @@
     return [...lines.slice(0, TextLines - 1), lines[TextLines - 1].slice(0, Letters - 1) + '\u2026'];
   }
 
+  /// Puts one subtree to the right of those before it, as near as their outlines allow, level by
+  /// level. `edge` is the right outline so far; both outlines are relative to the parent.
+  function pushAside(subtree, edge) {
+    let shift = 0;
+    subtree.left.forEach((left, level) => {
+      if (level < edge.length) shift = Math.max(shift, edge[level] + BoxWidth + Gap - left);
+    });
+    subtree.spot.x = shift;
+    subtree.right.forEach((right, level) => { edge[level] = right + shift; });
+    return subtree.left.map((left) => left + shift);
+  }
+
+  /// The open part below a node, x relative to its parent, with its outline on both sides.
+  function arrange(node, open, level, placed) {
+    const spot = {node, x: 0, y: level * LevelHeight, children: []};
+    placed.push(spot);
+    const right = [];
+    let left = [];
+    if (open.has(node.key)) {
+      for (const child of node.children) {
+        const subtree = arrange(child, open, level + 1, placed);
+        const moved = pushAside(subtree, right);
+        left = left.concat(moved.slice(left.length));
+        spot.children.push(subtree.spot);
+      }
+    }
+    const count = spot.children.length;
+    const middle = count === 0 ? 0 : (spot.children[0].x + spot.children[count - 1].x) / 2;
+    spot.children.forEach((child) => { child.x -= middle; });
+    return {spot, left: [0, ...left.map((x) => x - middle)], right: [0, ...right.map((x) => x - middle)]};
+  }
+
   /// Places every open node: children side by side, each parent over the middle of its own.
   function layOut(root, open) {
     const placed = [];
-    const place = (node, left, level) => {
-      const spot = {node, x: 0, y: level * LevelHeight, children: []};
-      placed.push(spot);
-      let right = left;
-      if (open.has(node.key)) {
-        for (const child of node.children) {
-          const [childSpot, next] = place(child, right, level + 1);
-          spot.children.push(childSpot);
-          right = next;
-        }
-      }
-      if (spot.children.length === 0) right = left + BoxWidth + Gap;
-      spot.x = spot.children.length === 0 ? left + (BoxWidth + Gap) / 2 :
-        (spot.children[0].x + spot.children[spot.children.length - 1].x) / 2;
-      return [spot, right];
-    };
-    const [, width] = place(root, 0, 0);
-    const height = Math.max(...placed.map((spot) => spot.y)) + LevelHeight;
-    return {placed, width, height, spots: new Map(placed.map((spot) => [spot.node.key, spot]))};
+    const whole = arrange(root, open, 0, placed);
+    const start = (BoxWidth + Gap) / 2;
+    whole.spot.x = start - Math.min(...whole.left);
+    // Parents come before their children in the list, so each parent's place is final by then.
+    placed.forEach((spot) => spot.children.forEach((child) => { child.x += spot.x; }));
+    return {placed, width: whole.spot.x + Math.max(...whole.right) + start,
+      height: whole.left.length * LevelHeight,
+      spots: new Map(placed.map((spot) => [spot.node.key, spot]))};
   }
 
   function edgePath(spots, touches) {
@@ -320,7 +356,7 @@
 
     start() {
       this.layout = layOut(this.state.root, this.state.open);
-      this.fit(0.6);
+      this.fit(0.8);
       this.reveal();
       this.draw();
     }
@@ -337,7 +373,7 @@
     }
 
     /// All of it in view, but no smaller than the least scale: then its top, or what is chosen.
-    fit(least = 0.02) {
+    fit(least = 0) {
       const {clientWidth: width, clientHeight: height} = this.box;
       this.scale = Math.max(least, Math.min(1, (width - 24) / this.layout.width, (height - 24) / this.layout.height));
       const top = this.layout.spots.get(this.state.root.key);
@@ -348,7 +384,7 @@
     }
 
     zoomBy(factor, x = this.box.clientWidth / 2, y = this.box.clientHeight / 2) {
-      const scale = Math.min(3, Math.max(0.02, this.scale * factor));
+      const scale = Math.min(MaxScale, Math.max(Math.min(MinScale, this.scale), this.scale * factor));
       this.x = x - (x - this.x) * scale / this.scale;
       this.y = y - (y - this.y) * scale / this.scale;
       this.scale = scale;

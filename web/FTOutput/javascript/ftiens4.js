@@ -184,7 +184,7 @@
     return nodes;
   }
 
-  const LetterWidth = 8.6;
+  const LetterWidth = 9;
   const indentOf = (row, width) => Math.min(row.level - 1, 12) * (width < 640 ? 12 : 24);
 
   /// A tree as indented lines that open and close; see VelTarn.TreeState for what it shows.
@@ -212,9 +212,13 @@
       this.box.setAttribute('aria-activedescendant', 'line-' + this.state.chosen.key);
     }
 
+    /// The name, broken at any letter, and its type behind it or on a line of its own.
     heightOf(row, width) {
-      const letters = Math.max(12, Math.floor((width - indentOf(row, width) - 60) / LetterWidth));
-      return Math.ceil((row.node.name.length + VelTarn.typeText(row.node).length + 4) / letters) * 22 + 12;
+      const letters = Math.max(12, Math.floor((width - indentOf(row, width) - 56) / LetterWidth));
+      const name = row.node.name.length;
+      const lines = Math.ceil(name / letters);
+      const typeFits = name + VelTarn.typeText(row.node).length + 4 <= letters;
+      return (typeFits ? lines : lines + 1) * 22 + 12;
     }
 
     makeRow(row) {
@@ -229,7 +233,7 @@
         'click': (event) => this.onClick(event, node),
       }, VelTarn.make('span', {'class': 'toggle', 'aria-hidden': 'true'},
           node.children.length === 0 ? '' : (isOpen ? '\u2212' : '+')),
-      VelTarn.make('span', {class: 'line-text'}, node.name, ' ',
+      VelTarn.make('span', {class: 'line-text'}, VelTarn.make('span', {}, node.name),
           VelTarn.make('span', {class: 'tag'}, VelTarn.typeText(node))));
       line.style.paddingInlineStart = indentOf(row, this.box.clientWidth) + 8 + 'px';
       return line;

@@ -1,0 +1,68 @@
+// A browser for the tests, and the way they report.
+import {existsSync} from 'node:fs';
+import {resolve} from 'node:path';
+import {pathToFileURL} from 'node:url';
+import {chromium} from 'playwright-core';
+
+const Arguments = ['--no-sandbox', '--disable-gpu', '--disable-quic', '--no-first-run',
+  '--disable-background-networking', '--disable-component-update', '--disable-sync'];
+
+let failures = 0;
+let checks = 0;
+
+/// Runs one check. A failing one is told and counted, and the next runs all the same.
+export async function check(sentence, body) {
+  ++checks;
+  try {
+    await body();
+  } catch (error) {
+    ++failures;
+    console.error('FAILED: ' + sentence + '\n  ' + (error.stack || error).toString().replace(/\n/g, '\n  '));
+  }
+}
+
+/// The folders named on the command line; ends the run when one holds no pages.
+export function resultFolders() {
+  const folders = process.argv.slice(2).map((name) => resolve(name));
+  const missing = folders.filter((folder) => !existsSync(folder + '/Index.html'));
+  if (folders.length === 0 || missing.length > 0) {
+    console.error('usage: node ' + process.argv[1] + ' <folder with Index.html>...' +
+        missing.map((folder) => '\nno Index.html in ' + folder).join(''));
+    process.exit(2);
+  }
+  return folders;
+}
+
+/// Gives the body a function that opens pages: open(folder, hash, options) -> page. Whatever a page
+/// writes to its console as an error is in `page.errors`; a request beyond the disk is one, too.
+export async function withBrowser(body) {
+  const browser = await chromium.launch(
+      {executablePath: process.env.CHROMIUM || '/usr/bin/chromium', args: Arguments});
+  const open = async (folder, hash = '', options = {}) => {
+    const context = await browser.newContext({viewport: {width: options.width || 1280, height: 800},
+      colorScheme: options.scheme || 'light', acceptDownloads: true});
+    const page = await context.newPage();
+    page.errors = [];
+    page.on('console', (message) => {
+      if (message.type() === 'error') page.errors.push(message.text());
+    });
+    page.on('pageerror', (error) => page.errors.push(String(error)));
+    page.on('request', (request) => {
+      if (!/^(file|blob|data):/.test(request.url())) page.errors.push('network: ' + request.url());
+    });
+    await page.goto(pathToFileURL(folder + '/Index.html').href + hash);
+    await page.waitForSelector('[role="main"] h1');
+    return page;
+  };
+  try {
+    await body(open);
+  } finally {
+    await browser.close();
+  }
+}
+
+/// Ends the run with the number of failures as far as an exit status can say it.
+export function finish() {
+  console.log((checks - failures) + ' of ' + checks + ' checks passed');
+  process.exit(failures === 0 ? 0 : 1);
+}
