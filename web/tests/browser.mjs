@@ -42,6 +42,7 @@ export async function withBrowser(body) {
     const context = await browser.newContext({viewport: {width: options.width || 1280, height: 800},
       colorScheme: options.scheme || 'light', acceptDownloads: true});
     const page = await context.newPage();
+    page.setDefaultTimeout(10000);
     page.errors = [];
     page.on('console', (message) => {
       if (message.type() === 'error') page.errors.push(message.text());

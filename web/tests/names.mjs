@@ -1,6 +1,6 @@
 // Texts of a model are data, whatever they hold; and a result that cannot be read says why.
 import assert from 'node:assert/strict';
-import {rmSync, writeFileSync} from 'node:fs';
+import {readFileSync, rmSync, writeFileSync} from 'node:fs';
 import {check, finish, resultFolders, withBrowser} from './browser.mjs';
 import * as make from './model.mjs';
 
@@ -55,6 +55,19 @@ await withBrowser(async (open) => {
         await page.context().close();
       });
     });
+  }
+
+  for (const charset of ['utf-8', 'shift_jis']) {
+    for (const [bytes, text] of [['\xacgr\u00f6\u00dfer', '\u00acgr\u00f6\u00dfer'], [utf8('\u2264 5'), '\u2264 5']]) {
+      await make.withResult(folder, result(bytes, bytes), async (made) => {
+        const index = readFileSync(made + '/Index.html', 'latin1');
+        writeFileSync(made + '/Index.html', index.replace('<head>', '<head><meta charset="' + charset + '">'));
+        await check('the name ' + text + ' survives a browser that takes ' + charset, async () => {
+          const page = await open(made);
+          assert.equal(await page.textContent('.overview tbody .name a'), text);
+        });
+      });
+    }
   }
 
   const sound = result('Top', 'stuck');

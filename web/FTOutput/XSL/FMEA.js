@@ -39,7 +39,7 @@
   function componentCell(row) {
     const component = row.component;
     return make('td', {'role': 'cell', 'data-label': 'Component'}, make('a', {
-      href: VelTarn.address(['fmea'], {component: component.name})}, component.name),
+      href: VelTarn.address(['fmea'], {component: component.name})}, ...VelTarn.breakable(component.name)),
     component.sid ? make('span', {class: 'description'}, component.sid) : null);
   }
 
@@ -47,7 +47,7 @@
     const {event, direct} = row;
     const type = event.type in TypeTexts ? TypeTexts[event.type] : event.type;
     return make('th', {'scope': 'row', 'role': 'rowheader', 'class': 'name', 'data-label': 'Failure event'},
-        make('a', {href: VelTarn.address(['fmea'], {event: event.id})}, event.shortName),
+        make('a', {href: VelTarn.address(['fmea'], {event: event.id})}, ...VelTarn.breakable(event.shortName)),
         type ? make('span', {class: 'tag'}, type) : null,
         direct.length > 0 ? make('span', {class: 'tag single'}, 'Single point failure') : null,
         event.description ? make('span', {class: 'description'}, event.description) : null);

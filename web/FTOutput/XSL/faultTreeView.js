@@ -36,40 +36,15 @@
         (count > 0 ? ', ' + count + (count === 1 ? ' input' : ' inputs') : '');
   };
 
-  VelTarn.allNodes = (root) => {
-    const nodes = [];
-    const walk = (node) => {
-      nodes.push(node);
-      node.children.forEach(walk);
-    };
-    walk(root);
-    return nodes;
-  };
-
-  /// The nodes that start open: level by level, as many as a reader takes in at once.
-  VelTarn.initiallyOpen = (root, limit) => {
-    const open = new Set();
-    let level = [root];
-    let count = 1;
-    while (level.length > 0) {
-      const next = level.flatMap((node) => node.children);
-      if (next.length === 0 || count + next.length > limit) break;
-      level.filter((node) => node.children.length > 0).forEach((node) => open.add(node.key));
-      count += next.length;
-      level = next;
-    }
-    if (open.size === 0 && root.children.length > 0) open.add(root.key);
-    return open;
-  };
-
   function detailLinks(node, tree, select) {
     const links = [];
     if (node.event) {
+      const component = node.event.component.name;
       links.push(make('a', {href: VelTarn.address(['fmea'], {event: node.id})}, 'Failure mode and effects'),
           make('a', {href: VelTarn.address(['tree', tree.id, 'cutsets'], {event: node.id})},
               'Cut sets with this event'),
-          make('a', {href: VelTarn.address(['fmea'], {component: node.event.component.name})},
-              'Component ' + node.event.component.name));
+          make('a', {href: VelTarn.address(['fmea'], {component})}, 'Component ',
+              ...VelTarn.breakable(component)));
     }
     if (node.shared) {
       links.push(VelTarn.button('Go to where it is shown', () => select(node.shared), 'to-shared'));
@@ -84,7 +59,8 @@
     const left = nodes.length - ListedInputs;
     return make('section', {}, make('h3', {}, title), make('ul', {class: 'plain'},
         ...nodes.slice(0, ListedInputs).map((node) => make('li', {}, make('button',
-            {'type': 'button', 'class': 'link-button', 'click': () => select(node)}, node.name))),
+            {'type': 'button', 'class': 'link-button', 'click': () => select(node)},
+            ...VelTarn.breakable(node.name)))),
         left > 0 ? make('li', {}, 'and ' + left + ' more') : null));
   }
 
@@ -93,66 +69,13 @@
     const figures = node.event ? VelTarn.figureList([['Unavailability', node.event.unavailability],
       ['Frequency', node.event.frequency]]) : '';
     panel.replaceChildren(
-        make('h2', {}, node.name), make('p', {class: 'hint'}, typeOf(node).text +
+        make('h2', {}, ...VelTarn.breakable(node.name)), make('p', {class: 'hint'}, typeOf(node).text +
             (node.shared ? ', a transfer to the same part elsewhere in this tree' : '')),
         node.event && node.event.description ? make('p', {}, node.event.description) : '', figures,
         make('ul', {class: 'plain links'},
             ...detailLinks(node, tree, select).map((link) => make('li', {}, link))),
         neighbourList('Input of', node.parent ? [node.parent] : [], select),
         neighbourList('Inputs', node.children, select));
-  };
-
-  function openWayTo(node, open) {
-    for (let above = node.parent; above; above = above.parent) open.add(above.key);
-  }
-
-  /// The state that drawing and outline share: what is open, what is chosen, what was searched.
-  /// `changed(what)` is told after every change.
-  VelTarn.TreeState = class {
-    constructor(tree, root, chosenKey, changed) {
-      this.tree = tree;
-      this.root = root;
-      this.nodes = VelTarn.allNodes(root);
-      this.open = VelTarn.initiallyOpen(root, 32);
-      this.chosen = this.nodes.find((node) => node.key === chosenKey) || root;
-      openWayTo(this.chosen, this.open);
-      this.changed = changed;
-    }
-
-    choose(node) {
-      openWayTo(node, this.open);
-      this.chosen = node;
-      VelTarn.keepChoices({node: node.key});
-      this.changed();
-    }
-
-    setOpen(node, isOpen) {
-      if (node.children.length === 0) return;
-      if (isOpen) this.open.add(node.key);
-      else this.open.delete(node.key);
-      this.changed();
-    }
-
-    setAllOpen(isOpen) {
-      this.open = new Set(isOpen ? this.nodes.map((node) => node.key) : [this.root.key]);
-      if (!isOpen) openWayTo(this.chosen, this.open);
-      this.changed();
-    }
-
-    /// The next node after the chosen one whose text has all words of the search, in reading order
-    /// and from the end on to the start again. False when there is none.
-    search(text, step) {
-      const matches = VelTarn.matcher(text);
-      const found = this.nodes.filter((node) => matches(node.name));
-      if (text.trim() === '' || found.length === 0) return {count: 0, place: 0};
-      const at = Number(this.chosen.key);
-      const ahead = step > 0 ? found.find((node) => Number(node.key) > at) :
-        found.filter((node) => Number(node.key) < at).pop();
-      const next = step === 0 && found.includes(this.chosen) ? this.chosen :
-        ahead || (step < 0 ? found[found.length - 1] : found[0]);
-      this.choose(next);
-      return {count: found.length, place: found.indexOf(next) + 1};
-    }
   };
 
   function searchTools(state) {
@@ -202,6 +125,7 @@
   const Gap = 16;
   const Letters = 27;
   const TextLines = 3;
+  const FirstScale = 0.8;  // No smaller, or the texts could not be read.
   const MaxScale = 3;
   const MinScale = 0.02;  // By hand; a very wide tree may fit at less.
   const SketchBelow = 0.28;  // The scale below which nobody could read a text.
@@ -324,6 +248,7 @@
     const top = BoxHeight / 2 + 4 - (lines.length - 1) * 7;
     return VelTarn.makeSvg('g', {'class': 'node', 'data-node': node.key,
       'transform': 'translate(' + spot.x + ',' + spot.y + ')'},
+    // The title is also the name that screen readers tell.
     VelTarn.makeSvg('title', {}, VelTarn.describeNode(node)),
     VelTarn.makeSvg('rect', {class: 'box', x: -BoxWidth / 2, y: 0, width: BoxWidth, height: BoxHeight, rx: 3}),
     ...lines.map((line, index) => VelTarn.makeSvg('text', {x: 0, y: top + index * 14}, line)),
@@ -355,8 +280,10 @@
     }
 
     start() {
-      this.layout = layOut(this.state.root, this.state.open);
-      this.fit(0.8);
+      const {root} = this.state;
+      this.state.openAtFirst((open) => layOut(root, open).width * FirstScale <= this.box.clientWidth);
+      this.layout = layOut(root, this.state.open);
+      this.fit(FirstScale);
       this.reveal();
       this.draw();
     }
@@ -443,7 +370,6 @@
       const element = drawNode(spot, this.state.open.has(node.key));
       element.id = 'node-' + node.key;
       element.setAttribute('role', 'treeitem');
-      element.setAttribute('aria-label', VelTarn.describeNode(node));
       if (node.children.length > 0) element.setAttribute('aria-expanded', String(this.state.open.has(node.key)));
       element.setAttribute('aria-level', String(spot.y / LevelHeight + 1));
       this.layer.append(element);
@@ -557,6 +483,17 @@
   const Hint = 'Gates with an order in time and exclusive gates have no symbol of their own in these ' +
       'results: their inputs stand directly under the gate above.';
 
+  /// The symbols with what they stand for.
+  function legend() {
+    const entries = [['and', 'AND gate'], ['or', 'OR gate'], ['not', 'NOT gate'], ['circle', 'Event'],
+      ['house', 'Normal event'], ['ring', 'Common cause failure'], ['diamond', 'Loop, cut here'],
+      ['transfer', 'Transfer: drawn elsewhere in this tree']];
+    return make('details', {class: 'legend'}, make('summary', {'data-focus': 'legend'}, 'Symbols'),
+        make('ul', {}, ...entries.map(([symbol, text]) => make('li', {},
+            VelTarn.makeSvg('svg', {'viewBox': '-22 -4 44 40', 'aria-hidden': 'true'},
+                VelTarn.makeSvg('path', {d: SymbolPaths[symbol]})), text))));
+  }
+
   VelTarn.views.drawing = {
     render(space, route) {
       const parts = frame(space, route, 'drawing');
@@ -573,7 +510,7 @@
           VelTarn.button('Zoom out', () => drawing.zoomBy(0.8), 'zoom-out'),
           VelTarn.button('Save as SVG', () => VelTarn.saveFile(name + '.svg', 'image/svg+xml',
               drawing.toSvgText()), 'svg'));
-      space.append(make('p', {class: 'hint'}, 'Keys: arrows move, Space opens and closes, plus and ' +
+      space.append(legend(), make('p', {class: 'hint'}, 'Keys: arrows move, Space opens and closes, plus and ' +
           'minus zoom, 0 fits, Enter goes from a transfer to its target. ' + Hint));
       showDetails();
       drawing.start();

@@ -72,7 +72,7 @@
 
   function nameCell(tree) {
     return make('th', {scope: 'row', role: 'rowheader', class: 'name'},
-        make('a', {href: VelTarn.address(['tree', tree.id])}, tree.name),
+        make('a', {href: VelTarn.address(['tree', tree.id])}, ...VelTarn.breakable(tree.name)),
         tree.description ? make('span', {class: 'description'}, tree.description) : null);
   }
 

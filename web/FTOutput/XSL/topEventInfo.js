@@ -77,11 +77,11 @@
   VelTarn.eventLink = (id) => {
     const event = VelTarn.findEvent(id);
     if (!event) return make('span', {}, VelTarn.eventName(id));
-    return make('a', {href: VelTarn.address(['fmea'], {event: id})}, event.name);
+    return make('a', {href: VelTarn.address(['fmea'], {event: id})}, ...VelTarn.breakable(event.name));
   };
 
   VelTarn.treeLink = (id, name) => (VelTarn.findTree(id) ?
-      make('a', {href: VelTarn.address(['tree', id])}, name) : make('span', {}, name));
+      make('a', {href: VelTarn.address(['tree', id])}, ...VelTarn.breakable(name)) : make('span', {}, name));
 
   VelTarn.views.tree = {render};
 }());

@@ -1,4 +1,5 @@
-// Long lists: sortable heads, rows that are made when they come into view, outlines that open.
+// Long lists and trees: sortable heads, rows that are made when they come into view, what of a tree is
+// open, outlines.
 'use strict';
 
 (function () {
@@ -173,6 +174,88 @@
     }
   };
 
+  function allNodes(root) {
+    const nodes = [];
+    const walk = (node) => {
+      nodes.push(node);
+      node.children.forEach(walk);
+    };
+    walk(root);
+    return nodes;
+  }
+
+  /// The nodes that start open: level by level as long as it fits, but one level at least.
+  function openWhile(root, fits) {
+    let open = new Set();
+    let level = [root];
+    while (level.length > 0) {
+      const next = new Set(open);
+      level.filter((node) => node.children.length > 0).forEach((node) => next.add(node.key));
+      if (open.size > 0 && !fits(next)) break;
+      open = next;
+      level = level.flatMap((node) => node.children);
+    }
+    return open;
+  }
+
+  function openWayTo(node, open) {
+    for (let above = node.parent; above; above = above.parent) open.add(above.key);
+  }
+
+  /// The state that drawing and outline share: what is open, what is chosen, what was searched.
+  /// `changed(what)` is told after every change.
+  VelTarn.TreeState = class {
+    constructor(tree, root, chosenKey, changed) {
+      this.tree = tree;
+      this.root = root;
+      this.nodes = allNodes(root);
+      this.open = new Set();
+      this.chosen = this.nodes.find((node) => node.key === chosenKey) || root;
+      this.changed = changed;
+    }
+
+    /// Opens what fits to begin with, and the way to the chosen node.
+    openAtFirst(fits) {
+      this.open = openWhile(this.root, fits);
+      openWayTo(this.chosen, this.open);
+    }
+
+    choose(node) {
+      openWayTo(node, this.open);
+      this.chosen = node;
+      VelTarn.keepChoices({node: node.key});
+      this.changed();
+    }
+
+    setOpen(node, isOpen) {
+      if (node.children.length === 0) return;
+      if (isOpen) this.open.add(node.key);
+      else this.open.delete(node.key);
+      this.changed();
+    }
+
+    setAllOpen(isOpen) {
+      this.open = new Set(isOpen ? this.nodes.map((node) => node.key) : [this.root.key]);
+      if (!isOpen) openWayTo(this.chosen, this.open);
+      this.changed();
+    }
+
+    /// The next node after the chosen one whose text has all words of the search, in reading order
+    /// and from the end on to the start again. False when there is none.
+    search(text, step) {
+      const matches = VelTarn.matcher(text);
+      const found = this.nodes.filter((node) => matches(node.name));
+      if (text.trim() === '' || found.length === 0) return {count: 0, place: 0};
+      const at = Number(this.chosen.key);
+      const ahead = step > 0 ? found.find((node) => Number(node.key) > at) :
+        found.filter((node) => Number(node.key) < at).pop();
+      const next = step === 0 && found.includes(this.chosen) ? this.chosen :
+        ahead || (step < 0 ? found[found.length - 1] : found[0]);
+      this.choose(next);
+      return {count: found.length, place: found.indexOf(next) + 1};
+    }
+  };
+
   /// The nodes of a tree in reading order, without what is closed.
   function openNodes(root, open) {
     const nodes = [];
@@ -184,6 +267,7 @@
     return nodes;
   }
 
+  const FirstLines = 60;
   const LetterWidth = 9;
   const indentOf = (row, width) => Math.min(row.level - 1, 12) * (width < 640 ? 12 : 24);
 
@@ -200,6 +284,8 @@
     }
 
     start() {
+      const {root} = this.state;
+      this.state.openAtFirst((open) => openNodes(root, open).length <= FirstLines);
       this.update();
     }
 

@@ -68,12 +68,14 @@
   }
 
   /// A browser that guessed another character set has lost bytes: the scripts are read again as
-  /// bytes, more or less.
+  /// bytes.
   VelTarn.mendCharacterSet = async () => {
     const sources = modelSources();
     if (!sources.some(isMisread)) return;
     reloaded = true;
-    for (const source of sources) await loadScript(source, 'windows-1252');
+    // The query is no part of the file's name; without it the browser would hand out what it has
+    // already decoded.
+    for (const source of sources) await loadScript(source + '?windows-1252', 'windows-1252');
   };
 
   const WhyScriptsBreak = ' is there, but the browser cannot read it. The usual cause is an ' +
@@ -114,6 +116,11 @@
 
   VelTarn.makeSvg = (tag, attributes, ...children) =>
     fill(document.createElementNS(SvgNamespace, tag), attributes, children);
+
+  /// A long name as text that may break behind the signs that part it, and nowhere else while there
+  /// is room.
+  VelTarn.breakable = (name) => name.split(/(?<=[.:_-])(?![.:_-])/)
+      .flatMap((part, index) => (index === 0 ? [part] : [VelTarn.make('wbr'), part]));
 
   /// The address of a view: its path, then what is chosen in it. Empty choices are left out.
   VelTarn.address = (path, choices) => {
