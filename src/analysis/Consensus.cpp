@@ -186,7 +186,11 @@ void ConsensusLaw::StoreMinimal(std::unique_ptr<CutSet> cutSet) {
   std::vector<CutSet*> around;
   if (tree.FindSubsumed(*cutSet, around)) cutSet.reset();
   for (CutSet* const listed : around) Withdraw(*listed);
-  if (cutSet) tree.AddCutSet(std::move(cutSet), false);
+  if (!cutSet) return;
+  // A rounded key can be that of another cut set, which gives way to the new one.
+  const auto sameKey = tree.cutSets.find(cutSet->prime);
+  if (sameKey != tree.cutSets.end()) Withdraw(*sameKey->second);
+  tree.AddCutSet(std::move(cutSet), false);
 }
 
 void ConsensusLaw::Withdraw(CutSet& cutSet) {

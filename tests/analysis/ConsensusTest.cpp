@@ -68,6 +68,13 @@ struct ConsensusCase {
 class ConsensusLawTest : public ConsensusTest,
                          public ::testing::WithParamInterface<ConsensusCase> {};
 
+TEST_F(ConsensusTest, JoinedCutSetTakesThePlaceOfOneWithItsKey) {
+  builder.Tree("OR(A, B, E)");
+  builder.Event("E")->prime = builder.Event("A")->prime * builder.Event("B")->prime;
+  Analyse("OR(AND(A, B, C), AND(A, B, NOT(C)), E)");
+  EXPECT_EQ(Found(), "A B");
+}
+
 TEST_P(ConsensusLawTest, LeavesTheseCutSets) {
   Analyse(GetParam().tree);
   EXPECT_EQ(Found(), GetParam().cutSets);
