@@ -8,6 +8,7 @@
 #include "app/DiagnosticLog.h"
 #include "model/Model.h"
 #include "output/VisitorCombinedXML.h"
+#include "output/VisitorHTML.h"
 #include "output/VisitorXML.h"
 #include "platform/Viewer.h"
 
@@ -25,8 +26,6 @@ constexpr UnavailableType BeforeExchange[] = {
     {OutputType::Problog, "PROBLOG"}, {OutputType::Iso, "ISO"},
     {OutputType::Epm, "EPM"},
 };
-constexpr UnavailableType Pages = {OutputType::Html, "HTML"};
-
 bool Wants(std::int32_t bit) { return (Config::Instance().outputTypes & bit) != 0; }
 
 void WarnIfWanted(const UnavailableType& type) {
@@ -39,17 +38,19 @@ void Say(bool quiet, const std::string& text) {
   if (!quiet) std::cout << text << "\n";
 }
 
-void WriteXml(Model& model, bool quiet) {
-  Say(quiet, "Generating XML results");
+/// Writes by one of the two writers of the folder of results, and shows what is to be shown.
+template <typename Writer>
+void WriteAndShow(Model& model, bool quiet) {
+  Say(quiet, "Generating XML results");  // For the pages too.
   std::string path;
   {
-    VisitorXML writer;
+    Writer writer;
     model.Accept(writer);
     path = writer.viewerPath;
   }
   const Config& config = Config::Instance();
-  // It is the pages that ask for the viewer, here too: with XML alone nothing is shown. The XML
-  // files name nothing to show, and the empty command is told all the same.
+  // It is the pages that ask for the viewer, for the XML files too: with these alone nothing is
+  // shown. They name nothing to show, and the empty command is told all the same.
   if (config.testMode || (config.openResultTypes & OutputType::Html) == 0) return;
   Say(quiet, "\"" + path + "\"");
   OpenInViewer(path);
@@ -71,8 +72,8 @@ void Model::OutputResults() {
     DiagnosticLog::Instance().AddWarning(
         "Fault Tree Plus DLL not found - Output to FT+ is not possible.");
   }
-  if (Wants(OutputType::Xml)) WriteXml(*this, quiet);
-  WarnIfWanted(Pages);
+  if (Wants(OutputType::Xml)) WriteAndShow<VisitorXML>(*this, quiet);
+  if (Wants(OutputType::Html)) WriteAndShow<VisitorHTML>(*this, quiet);
   if (Wants(OutputType::Results)) WriteResults(*this, quiet);
 }
 

@@ -80,6 +80,10 @@ void ResultsWriter::WriteUnavailabilitySort(double unavailability) {
 }
 
 void ResultsWriter::Enter(DiagnosticLog& log) {
+  WriteWarnings(log, [](const std::string& text) { return text; });
+}
+
+void ResultsWriter::WriteWarnings(const DiagnosticLog& log, const TextForm& form) {
   const std::vector<std::string>& warnings = log.Warnings();
   if (warnings.empty()) return;
   const int held = static_cast<int>(warnings.size());
@@ -88,7 +92,7 @@ void ResultsWriter::Enter(DiagnosticLog& log) {
     out << "<Warning>Excessive number of warnings; displaying first " << held << " of "
         << log.ReportedWarnings() << " only.</Warning>";
   }
-  for (const std::string& warning : warnings) WriteElement("Warning", warning);
+  for (const std::string& warning : warnings) WriteElement("Warning", form(warning));
   out << "</WarningList>";
 }
 

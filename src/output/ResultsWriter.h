@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -80,6 +81,9 @@ class ResultsWriter : public Visitor {
   /// `modelName` is null; and the end of the root element.
   void WriteRootStart(const std::string* modelName);
   void WriteRootEnd();
+  /// The warnings, each as `form` gives it. Nothing when the log holds no text.
+  using TextForm = std::function<std::string(const std::string&)>;
+  void WriteWarnings(const DiagnosticLog& log, const TextForm& form);
   /// Nothing when the model has no table or the options leave it out.
   void WriteFMEA(Model& model);
   /// One `FaultTree`: its figures, then its nodes and all its cut sets as far as they are wanted.

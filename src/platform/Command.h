@@ -12,6 +12,7 @@ struct CommandLine {
   std::string program;  ///< A path, or a name that is looked up as the system looks up commands.
   std::vector<std::string> arguments;
   bool discardOutput = false;  ///< Both output streams, and an empty input.
+  bool detached = false;  ///< It goes on by itself: nobody waits, and it outlives this program.
 };
 
 /// What runs external programs. Tests put a recording one in its place.
@@ -20,7 +21,7 @@ class CommandRunner {
   virtual ~CommandRunner() = default;
 
   /// Runs the program, waits for its end and returns its exit status; nothing if it could not be
-  /// started or was ended by a signal.
+  /// started or was ended by a signal. A detached one is not waited for, its status counts as 0.
   virtual std::optional<int> Run(const CommandLine& line) = 0;
 };
 
@@ -30,7 +31,8 @@ class Command {
   Command() = delete;
 
   /// Runs the program, waits for its end and returns its exit status; nothing if it could not be
-  /// started or was ended by a signal. What was printed before appears before its output.
+  /// started or was ended by a signal. A detached one is not waited for, its status counts as 0.
+  /// What was printed before appears before its output.
   static std::optional<int> Run(const CommandLine& line);
 
   /// Has programs run by `runner` from now on and returns the one that served before; null stands

@@ -3,6 +3,8 @@
 #include <minizip/unzip.h>
 
 #include <algorithm>
+#include <filesystem>
+#include <fstream>
 #include <memory>
 #include <string_view>
 
@@ -52,14 +54,8 @@ ZipEntry Unpack(const Archive& archive, unsigned long long declaredSize) {
   return sound ? entry : ZipEntry{ZipEntryDamaged, ""};
 }
 
-}  // namespace
-
-ZipEntry ReadZipEntry(const std::string& archivePath, const std::string& entryName) {
-  const Archive archive(unzOpen64(WithNativeSeparators(archivePath).c_str()));
-  if (!archive) return {ZipNoArchive, ""};
-  if (unzLocateFile(archive.get(), entryName.c_str(), IgnoreCase) != UNZ_OK) {
-    return {ZipEntryNotFound, ""};
-  }
+/// Unpacks the entry at which the archive stands.
+ZipEntry UnpackCurrent(const Archive& archive, std::string_view entryName) {
   unz_file_info64 info{};
   if (unzGetCurrentFileInfo64(archive.get(), &info, nullptr, 0, nullptr, 0, nullptr, 0) != UNZ_OK) {
     return {ZipEntryDamaged, ""};
@@ -69,6 +65,49 @@ ZipEntry ReadZipEntry(const std::string& archivePath, const std::string& entryNa
   }
   if (unzOpenCurrentFile(archive.get()) != UNZ_OK) return {ZipEntryDamaged, ""};
   return Unpack(archive, info.uncompressed_size);
+}
+
+std::string CurrentName(const Archive& archive) {
+  unz_file_info64 info{};
+  unzGetCurrentFileInfo64(archive.get(), &info, nullptr, 0, nullptr, 0, nullptr, 0);
+  std::string name(info.size_filename, '\0');
+  unzGetCurrentFileInfo64(archive.get(), nullptr, name.data(), name.size(), nullptr, 0, nullptr, 0);
+  return name;
+}
+
+void WriteEntry(const Archive& archive, const std::string& folder) {
+  const std::string name = CurrentName(archive);
+  if (EndsWithSeparator(name)) return;  // A folder; those that hold files are made with them.
+  const ZipEntry entry = UnpackCurrent(archive, name);
+  if (entry.status != ZipOk) return;
+  const std::filesystem::path target = JoinPath(folder, WithNativeSeparators(name));
+  std::error_code failure;
+  std::filesystem::create_directories(target.parent_path(), failure);
+  std::ofstream(target, std::ios::binary) << entry.data;
+}
+
+}  // namespace
+
+int UnpackArchive(const std::string& archivePath, const std::string& folder) {
+  const Archive archive(unzOpen64(WithNativeSeparators(archivePath).c_str()));
+  if (!archive) return ZipNoArchive;
+  unz_global_info64 info{};
+  if (unzGetGlobalInfo64(archive.get(), &info) != UNZ_OK) return ZipBrokenArchive;
+  int status = unzGoToFirstFile(archive.get());
+  for (ZPOS64_T i = 0; i < info.number_entry && status == UNZ_OK; ++i) {
+    WriteEntry(archive, folder);
+    status = unzGoToNextFile(archive.get());
+  }
+  return ZipOk;
+}
+
+ZipEntry ReadZipEntry(const std::string& archivePath, const std::string& entryName) {
+  const Archive archive(unzOpen64(WithNativeSeparators(archivePath).c_str()));
+  if (!archive) return {ZipNoArchive, ""};
+  if (unzLocateFile(archive.get(), entryName.c_str(), IgnoreCase) != UNZ_OK) {
+    return {ZipEntryNotFound, ""};
+  }
+  return UnpackCurrent(archive, entryName);
 }
 
 }  // namespace FTS

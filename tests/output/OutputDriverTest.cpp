@@ -8,6 +8,8 @@
 
 #include "app/Config.h"
 #include "app/DiagnosticLog.h"
+#include "app/ProgramPath.h"
+#include "platform/FileSystem.h"
 #include "support/BrakeModel.h"
 #include "support/CapturedStreams.h"
 #include "support/CaseName.h"
@@ -21,11 +23,17 @@ namespace FTS {
 namespace {
 
 constexpr const char* TreesFile = "brake.v2-FMEAOutput/FaultTrees.xml";
+constexpr const char* PagesFile = "brake.v2-FMEAOutput/Index.html";
 constexpr const char* ResultsFile = "brake.v2-Results/Results.xml";
 
 class OutputDriverTest : public ProcessStateTest {
  protected:
-  OutputDriverTest() { Config::Instance().outputDir = folder.Path(); }
+  OutputDriverTest() {
+    Config::Instance().outputDir = folder.Path();
+    // The archive of the pages stands beside the tests as it does beside the program.
+    SetProgramPath(ProgramPathFromSystem());
+  }
+  ~OutputDriverTest() override { SetProgramPath(""); }
 
   void Run(std::int32_t types) {
     Config::Instance().outputTypes = types;
@@ -120,6 +128,38 @@ TEST_F(OutputDriverTest, XmlAloneOpensNoViewer) {
   EXPECT_EQ(streams.Output(), "Generating XML results\n");
 }
 
+TEST_F(OutputDriverTest, PagesAreWrittenBesideTheXmlFiles) {
+  Run(OutputType::Xml | OutputType::Html);
+  EXPECT_TRUE(folder.Contains(TreesFile));
+  EXPECT_TRUE(folder.Contains(PagesFile));
+  EXPECT_EQ(streams.Output(),
+            "Generating XML results\n"
+            "Generating XML results\n"
+            "Extracting FTOutput files to output folder.\n");
+}
+
+TEST_F(OutputDriverTest, ViewerShowsThePages) {
+  Config::Instance().openResultTypes = OutputType::Html;
+  Run(OutputType::Html);
+  ASSERT_EQ(commands.Lines().size(), 1u);
+  EXPECT_EQ(commands.Lines()[0].arguments, std::vector<std::string>({folder.Path(PagesFile)}));
+  EXPECT_NE(streams.Output().find("\n\"" + folder.Path(PagesFile) + "\"\n"), std::string::npos)
+      << streams.Output();
+}
+
+TEST_F(OutputDriverTest, PagesThatAreNotAskedForAreNotShown) {
+  Run(OutputType::Html);
+  EXPECT_TRUE(commands.Lines().empty());
+}
+
+TEST_F(OutputDriverTest, TestModeShowsNoPages) {
+  Config::Instance().openResultTypes = OutputType::Html;
+  Config::Instance().testMode = true;
+  Run(OutputType::Html);
+  EXPECT_TRUE(folder.Contains(PagesFile));
+  EXPECT_TRUE(commands.Lines().empty());
+}
+
 TEST_F(OutputDriverTest, TestModeOpensNoViewer) {
   Config::Instance().openResultTypes = OutputType::Html;
   Config::Instance().testMode = true;
@@ -163,8 +203,6 @@ INSTANTIATE_TEST_SUITE_P(
                                       "Output type ISO is not available in this version."},
                       MissingTypeCase{"EPM", OutputType::Epm,
                                       "Output type EPM is not available in this version."},
-                      MissingTypeCase{"HTML", OutputType::Html,
-                                      "Output type HTML is not available in this version."},
                       MissingTypeCase{
                           "FTP", OutputType::Ftp,
                           "Fault Tree Plus DLL not found - Output to FT+ is not possible."}),
@@ -179,15 +217,14 @@ TEST_F(OutputDriverTest, ExchangeFileIsMissedBeforeXmlIsWritten) {
 }
 
 TEST_F(OutputDriverTest, StepsHaveAFixedOrder) {
-  Run(OutputType::Html | OutputType::Epm | OutputType::Iso | OutputType::Problog |
-      OutputType::Excel | OutputType::Ftp);
+  Run(OutputType::Epm | OutputType::Iso | OutputType::Problog | OutputType::Excel |
+      OutputType::Ftp);
   EXPECT_EQ(Warnings(), std::vector<std::string>(
                             {"Output type EXCEL is not available in this version.",
                              "Output type PROBLOG is not available in this version.",
                              "Output type ISO is not available in this version.",
                              "Output type EPM is not available in this version.",
-                             "Fault Tree Plus DLL not found - Output to FT+ is not possible.",
-                             "Output type HTML is not available in this version."}));
+                             "Fault Tree Plus DLL not found - Output to FT+ is not possible."}));
 }
 
 }  // namespace

@@ -1,3 +1,4 @@
+#include <fstream>
 #include <string>
 
 #include "platform/Command.h"
@@ -32,6 +33,26 @@ TEST_F(CommandTest, WaitsForTheEnd) {
       "i=0; while [ $i -lt 20000 ]; do i=$((i + 1)); done; echo done > \"$0\"";
   Command::Run({"sh", {"-c", script, file}});
   EXPECT_EQ(folder.Read("written"), "done\n");
+}
+
+TEST_F(CommandTest, DetachedProgramIsNotWaitedFor) {
+  const std::string in = folder.Path("in");
+  const std::string out = folder.Path("out");
+  ASSERT_EQ(Command::Run({"mkfifo", {in, out}}), 0);
+  // It cannot end before this test has written to it.
+  CommandLine line{"sh", {"-c", "read word < \"$1\"; echo \"$word\" > \"$2\"", "sh", in, out}};
+  line.detached = true;
+  EXPECT_EQ(Command::Run(line), 0);
+  std::ofstream(in) << "late\n";
+  std::string word;
+  std::ifstream(out) >> word;
+  EXPECT_EQ(word, "late");
+}
+
+TEST_F(CommandTest, DetachedProgramThatIsMissingGivesNoStatus) {
+  CommandLine line{folder.Path("missing"), {}};
+  line.detached = true;
+  EXPECT_EQ(Command::Run(line), std::nullopt);
 }
 
 TEST_F(CommandTest, NoCharacterOfAnArgumentIsSpecial) {

@@ -25,6 +25,7 @@ TEST_F(ViewerTest, DesktopChoosesTheProgram) {
   EXPECT_EQ(commands.Lines()[0].program, "xdg-open");
   EXPECT_EQ(commands.Lines()[0].arguments, Arguments{"/out/Index.html"});
   EXPECT_TRUE(commands.Lines()[0].discardOutput);
+  EXPECT_TRUE(commands.Lines()[0].detached);
 }
 
 TEST_F(ViewerTest, BrowserVariableComesFirst) {

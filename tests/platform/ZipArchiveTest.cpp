@@ -52,6 +52,34 @@ TEST_F(ZipArchiveTest, LargeEntryIsUnpackedWhole) {
   EXPECT_EQ(ReadZipEntry(Archive({{"a.xml", data}}), "a.xml").data, data);
 }
 
+TEST_F(ZipArchiveTest, AllEntriesAreUnpackedWithTheirFolders) {
+  const std::string archive =
+      Archive({{"pages/", ""}, {"pages/css/a.css", "body {}"}, {"b.js", "var b;"}, {"empty", ""}});
+  EXPECT_EQ(UnpackArchive(archive, folder.Path("out")), ZipOk);
+  EXPECT_EQ(folder.Read("out/pages/css/a.css"), "body {}");
+  EXPECT_EQ(folder.Read("out/b.js"), "var b;");
+  EXPECT_TRUE(folder.Contains("out/empty"));
+}
+
+TEST_F(ZipArchiveTest, FilesThatAreThereAreReplaced) {
+  folder.Write("b.js", "an older and longer text");
+  EXPECT_EQ(UnpackArchive(Archive({{"b.js", "var b;"}}), folder.Path()), ZipOk);
+  EXPECT_EQ(folder.Read("b.js"), "var b;");
+}
+
+TEST_F(ZipArchiveTest, EntriesThatLeadOutsideArePassedOver) {
+  const std::string archive =
+      Archive({{"../outside", "x"}, {"/tmp/vtn-outside", "x"}, {"inside", "i"}});
+  EXPECT_EQ(UnpackArchive(archive, folder.Path("out")), ZipOk);
+  EXPECT_EQ(folder.Read("out/inside"), "i");
+  EXPECT_FALSE(folder.Contains("outside"));
+}
+
+TEST_F(ZipArchiveTest, UnpackingTellsThatThereIsNoArchive) {
+  EXPECT_EQ(UnpackArchive(folder.Path("missing.zip"), folder.Path("out")), ZipNoArchive);
+  EXPECT_EQ(UnpackArchive(folder.Write("text.zip", "no archive"), folder.Path()), ZipNoArchive);
+}
+
 TEST_F(ZipArchiveTest, EmptyEntryIsFound) {
   const ZipEntry entry = ReadZipEntry(Archive({{"a.xml", ""}}), "a.xml");
   EXPECT_EQ(entry.status, ZipOk);

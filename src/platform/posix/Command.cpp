@@ -40,6 +40,25 @@ class StreamSetup {
   posix_spawn_file_actions_t actions{};
 };
 
+/// A detached program gets a session of its own, so that it stays when the terminal closes.
+class StartSetup {
+ public:
+  explicit StartSetup(bool detached) {
+    posix_spawnattr_init(&attributes);
+    if (detached) posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSID);
+  }
+
+  ~StartSetup() { posix_spawnattr_destroy(&attributes); }
+
+  StartSetup(const StartSetup&) = delete;
+  StartSetup& operator=(const StartSetup&) = delete;
+
+  const posix_spawnattr_t* Attributes() const { return &attributes; }
+
+ private:
+  posix_spawnattr_t attributes{};
+};
+
 std::optional<int> WaitFor(pid_t process) {
   int status = 0;
   while (waitpid(process, &status, 0) < 0) {
@@ -57,10 +76,12 @@ std::optional<int> RunInSystem(CommandLine line) {
   std::cout.flush();
   std::cerr.flush();
   const StreamSetup streams(line.discardOutput);
+  const StartSetup start(line.detached);
   pid_t process = 0;
-  const int failure = posix_spawnp(&process, line.program.c_str(), streams.Actions(), nullptr,
-                                   argumentVector.data(), environ);
-  return failure == 0 ? WaitFor(process) : std::nullopt;
+  const int failure = posix_spawnp(&process, line.program.c_str(), streams.Actions(),
+                                   start.Attributes(), argumentVector.data(), environ);
+  if (failure != 0) return std::nullopt;
+  return line.detached ? 0 : WaitFor(process);
 }
 
 }  // namespace

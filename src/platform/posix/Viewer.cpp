@@ -23,6 +23,7 @@ bool HasDisplay() {
 CommandLine ViewerCommand() {
   CommandLine line;
   line.discardOutput = true;
+  line.detached = true;
   std::istringstream words(Environment("BROWSER"));
   words >> line.program;
   for (std::string word; words >> word;) line.arguments.push_back(word);

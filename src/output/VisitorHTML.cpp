@@ -1,0 +1,178 @@
+#include "output/VisitorHTML.h"
+
+#include <array>
+#include <filesystem>
+#include <iostream>
+#include <string_view>
+
+#include "analysis/FaultTree.h"
+#include "app/DiagnosticLog.h"
+#include "faulttree/FaultTreeNode.h"
+#include "model/Model.h"
+#include "output/PageTemplate.h"
+#include "platform/FileSystem.h"
+
+namespace FTS {
+namespace {
+
+constexpr std::string_view ScriptStart =
+    R"(<script type="text/javascript" language="JavaScript" src=")";
+constexpr std::string_view ScriptEnd = "\"></script>\n";
+
+// In the order in which they load. All stand in the template.
+constexpr std::array<std::string_view, 18> TemplateScripts = {
+    "FTOutput/javascript/xmlTransform.js",
+    "FTOutput/javascript/popup.js",
+    "FTOutput/javascript/ftiens4.js",
+    "FTOutput/javascript/ua.js",
+    "FTOutput/XSL/menus.js",
+    "FTOutput/XSL/overviewTable.js",
+    "FTOutput/XSL/topEventInfo.js",
+    "FTOutput/XSL/faultTreeView.js",
+    "FTOutput/XSL/cutsets.js",
+    "FTOutput/XSL/FMEA.js",
+    "FTOutput/XSL/ASILOptimisation.js",
+    "FTOutput/XSL/ASILOptimisationSummary.js",
+    "FTOutput/XSL/asils.js",
+    "FTOutput/XSL/optimisation.js",
+    "FTOutput/XSL/optimisationSummary.js",
+    "FTOutput/XSL/treeASILEncoding.js",
+    "FTOutput/XSL/treeEncoding.js",
+    "FTOutput/XSL/warnings.js",
+};
+
+constexpr std::string_view HeadStart =
+    "<!doctype html>\n"
+    "<html>\n"
+    "<head>\n"
+    "<link rel=\"stylesheet\" type=\"text/css\" href=\"FTOutput/css/menus.css\" />\n"
+    "<link rel=\"icon\" type=\"image/x-icon\" href=\"FTOutput/images/favicon.ico\" />\n"
+    "<link rel=\"shortcut icon\" type=\"image/x-icon\" href=\"FTOutput/images/favicon.ico\" />\n"
+    "<style type=\"text/css\" media=\"screen\">\n"
+    "\t@import \"FTOutput/css/basic.css\";\n"
+    "</style>\n"
+    "<style type=\"text/css\" media=\"screen\">\n"
+    "\t@import \"FTOutput/css/tabs.css\";\n"
+    "</style>\n";
+
+constexpr std::string_view Body =
+    "</head>\n"
+    "<body class=\"tableHeader\" onLoad=\"\n"
+    "menuTransform('FaultTrees', 'Fault Trees Overview');\n"
+    "overviewTransform('FaultTrees', 'descending');\n"
+    "changeTitle('VelTarn Analysis Results');\n"
+    "\">\n"
+    "<table id=\"BodyTable\" cellspacing=\"0\">\n"
+    "<tr><td><div id=\"MenuHeader\">\n"
+    "</div></td></tr>\n"
+    "<tr>\n"
+    "<td>\n"
+    "<div id=\"OverviewSpace\">\n"
+    "</div>\n"
+    "<div id=\"ContentSpace\">\n"
+    "</div>\n"
+    "</td>\n"
+    "</tr>\n"
+    "</table>\n"
+    "</body>\n"
+    "</html>\n";
+
+std::string VariableOf(const FaultTree& tree) {
+  return "CutSets_" + std::to_string(tree.root->GetId());
+}
+
+/// The text as it has to stand in a string of a script between apostrophes.
+std::string EscapedForScript(const std::string& text) {
+  std::string escaped;
+  for (const char character : text) {
+    switch (character) {
+      case '\'':
+      case '\\':
+        escaped += '\\';
+        escaped += character;
+        break;
+      case '\n':
+        escaped += "\\n";
+        break;
+      case '\r':
+        escaped += "\\r";
+        break;
+      default:
+        escaped += character;
+    }
+  }
+  return escaped;
+}
+
+/// The absolute path of the file when it exists, else "".
+std::string PathToShow(const std::string& path) {
+  std::error_code error;
+  const bool exists = std::filesystem::exists(path, error);
+  if (error) throw std::filesystem::filesystem_error("exists", path, error);
+  if (!exists) return "";
+  if (std::filesystem::path(path).is_absolute()) return path;
+  return JoinPath(std::filesystem::current_path().string(), path);
+}
+
+}  // namespace
+
+void VisitorHTML::Visit(Model& model) {
+  const std::string folder = MakeResultsFolder(model, "-FMEAOutput");
+  CreateFolders(JoinPath(folder, "model"));
+  SelectTreeState(model);
+  const std::string index = JoinPath(folder, "Index.html");
+  WriteIndex(model, index);
+  viewerPath = PathToShow(index);
+  UnpackPageTemplate(folder);
+  WriteFaultTreesFile(model, folder);
+  WriteCutSetScripts(model, folder);
+}
+
+void VisitorHTML::WriteIndex(const Model& model, const std::string& path) {
+  if (out.Open(path)) {
+    out << HeadStart << ScriptStart << "model/FaultTrees.js" << ScriptEnd;
+    for (const auto& tree : model.faultTrees) {
+      if (!tree->root) continue;
+      out << ScriptStart << "model/" << VariableOf(*tree) << ".js" << ScriptEnd;
+    }
+    for (const std::string_view script : TemplateScripts) out << ScriptStart << script << ScriptEnd;
+    out << Body;
+  } else {
+    std::cerr << "ERROR: Could not open XML file to write: " << path << '\n';
+  }
+  out.Close();
+}
+
+void VisitorHTML::WriteFaultTreesFile(Model& model, const std::string& folder) {
+  out.Open(JoinPath(folder, "model/FaultTrees.js"));
+  out << "var FaultTrees = '";
+  const std::string modelName = model.GetFileStem();
+  WriteRootStart(&modelName);
+  WriteFaultTrees(model);
+  Visit(DiagnosticLog::Instance());
+  WriteRootEnd();
+  out << "';";
+  out.Close();
+}
+
+void VisitorHTML::WriteFaultTrees(Model& model) {
+  out << "<FaultTrees>";
+  for (const auto& tree : model.faultTrees) WriteFaultTree(*tree, true, false);
+  out << "</FaultTrees>";
+}
+
+void VisitorHTML::WriteCutSetScripts(Model& model, const std::string& folder) {
+  for (const auto& tree : model.faultTrees) {
+    if (!tree->root) continue;
+    const std::string variable = VariableOf(*tree);
+    if (!out.Open(JoinPath(folder, "model/" + variable + ".js"))) continue;
+    out << "var " << variable << " = '";
+    WriteCutSetsDocument(model, *tree);
+    out << "';";
+    out.Close();
+  }
+}
+
+void VisitorHTML::Enter(DiagnosticLog& log) { WriteWarnings(log, EscapedForScript); }
+
+}  // namespace FTS
