@@ -3,7 +3,7 @@
 set -eu
 cd "$(dirname "$0")/.."
 
-scripts/setup.sh
+scripts/setup.sh test
 cmake --preset debug
 cmake --build --preset debug
 ctest --preset debug -j "$(nproc)"

@@ -1,0 +1,25 @@
+#!/bin/sh
+# Has the program write the pages of every example and opens them in a browser.
+#   web/tests/run.sh <program> <folder for the pages>
+# Without a browser it ends with 77, which the test driver counts as skipped; with
+# FTS_ALL_TESTS set, as in the gate, a missing browser is a failure.
+set -eu
+program=$1
+pages=$2
+here=$(cd "$(dirname "$0")" && pwd)
+examples=$here/../../examples
+
+lacking() {
+  echo "$1 is missing: run scripts/setup.sh test"
+  [ -z "${FTS_ALL_TESTS:-}" ] || exit 1
+  exit 77
+}
+command -v node >/dev/null || lacking node
+[ -x "${CHROMIUM:-/usr/bin/chromium}" ] || lacking chromium
+[ -d "$here/node_modules" ] || lacking web/tests/node_modules
+
+rm -rf "$pages"
+for model in "$examples"/*/*.xml; do
+  "$program" "$model" outputtype=XML,HTML outputdir="$pages" displayOutput=false >/dev/null
+done
+exec node "$here/all.mjs" "$pages"/*-FMEAOutput
