@@ -48,7 +48,7 @@
     const type = event.type in TypeTexts ? TypeTexts[event.type] : event.type;
     return make('th', {'scope': 'row', 'role': 'rowheader', 'class': 'name', 'data-label': 'Failure event'},
         make('a', {href: VelTarn.address(['fmea'], {event: event.id})}, ...VelTarn.breakable(event.shortName)),
-        type ? make('span', {class: 'tag'}, type) : null,
+        ' ', type ? make('span', {class: 'tag'}, type) : null,
         direct.length > 0 ? make('span', {class: 'tag single'}, 'Single point failure') : null,
         event.description ? make('span', {class: 'description'}, event.description) : null);
   }

@@ -52,15 +52,14 @@
   }
 
   const Narrow = 680;  // Pixels; below it the figures of a row stand under its events.
-  const CharacterWidth = 9;
   const LineHeight = 22;
 
-  /// Known before the row is made, from a generous guess at the width of a letter.
+  /// Known before the row is made, from the widths of its texts.
   function heightOf(row, width) {
     if (row.head !== undefined) return 40;
     const narrow = width < Narrow;
-    const letters = Math.max(10, Math.floor((narrow ? width - 32 : width - 430) / CharacterWidth));
-    const lines = row.names.reduce((sum, name) => sum + Math.ceil(name.length / letters), 0);
+    const room = Math.max(80, narrow ? width - 26 : width - 448);
+    const lines = row.names.reduce((sum, name) => sum + VelTarn.lineCount(name, room), 0);
     return Math.max(1, lines) * LineHeight + 14 + (narrow ? LineHeight : 0);
   }
 
@@ -143,6 +142,10 @@
 
   function render(space, route) {
     const tree = VelTarn.treeHead(space, route, 'cutsets');
+    if (tree.tops.length === 0) {
+      space.append(make('p', {class: 'empty'}, 'This top event has no fault tree, so it has no cut sets.'));
+      return;
+    }
     const file = VelTarn.cutSetsOf(tree.id);
     if (!file) throw new Error('The cut sets of this top event were not loaded; see above.');
     if (file.cutSets.length === 0) {

@@ -20,6 +20,7 @@
     CCF: {text: 'Common cause failure', symbol: 'ring'},
     Circle: {text: 'Cut loop', symbol: 'diamond'},
     Event: {text: 'Event', symbol: 'circle'},
+    Top: {text: 'Gate without a symbol here', symbol: 'none'},
   };
 
   const typeOf = (node) => VelTarn.nodeTypes[node.type] || {text: node.type, symbol: 'diamond'};
@@ -117,13 +118,14 @@
   }
 
   // Sizes of the drawing, in its own units.
-  const BoxWidth = 168;
-  const BoxHeight = 52;
+  const BoxWidth = 164;
+  const BoxHeight = 56;
+  const LineHeight = 16;
   const SymbolTop = BoxHeight + 8;
   const SymbolHeight = 32;
-  const LevelHeight = 148;
-  const Gap = 16;
-  const Letters = 27;
+  const LevelHeight = 146;
+  const Gap = 14;
+  const Letters = 21;
   const TextLines = 3;
   const FirstScale = 0.8;  // No smaller, or the texts could not be read.
   const MaxScale = 3;
@@ -142,8 +144,8 @@
   };
 
   // A saved drawing stands alone, on paper more often than not.
-  const SavedStyle = 'text{font:11px sans-serif;fill:#1b2330;text-anchor:middle}' +
-      '.figure-text{font-size:10px;fill:#4a5565}.edges{fill:none;stroke:#566072}' +
+  const SavedStyle = 'text{font:13px sans-serif;fill:#1b2330;text-anchor:middle}' +
+      '.figure-text{font-size:12px;fill:#4a5565}.edges{fill:none;stroke:#566072}' +
       '.box,.symbol,.badge{fill:#fff;stroke:#1b2330}.stem{stroke:#566072}';
 
   /// The text in lines, broken behind the signs that part names.
@@ -245,13 +247,13 @@
   function drawNode(spot, isOpen) {
     const {node} = spot;
     const lines = wrap(node.name);
-    const top = BoxHeight / 2 + 4 - (lines.length - 1) * 7;
+    const top = BoxHeight / 2 + 4.5 - (lines.length - 1) * LineHeight / 2;
     return VelTarn.makeSvg('g', {'class': 'node', 'data-node': node.key,
       'transform': 'translate(' + spot.x + ',' + spot.y + ')'},
     // The title is also the name that screen readers tell.
     VelTarn.makeSvg('title', {}, VelTarn.describeNode(node)),
     VelTarn.makeSvg('rect', {class: 'box', x: -BoxWidth / 2, y: 0, width: BoxWidth, height: BoxHeight, rx: 3}),
-    ...lines.map((line, index) => VelTarn.makeSvg('text', {x: 0, y: top + index * 14}, line)),
+    ...lines.map((line, index) => VelTarn.makeSvg('text', {x: 0, y: top + index * LineHeight}, line)),
     ...symbolParts(node), figureBelow(node),
     node.children.length > 0 ? badge(node, isOpen) : '');
   }
@@ -281,7 +283,11 @@
 
     start() {
       const {root} = this.state;
-      this.state.openAtFirst((open) => layOut(root, open).width * FirstScale <= this.box.clientWidth);
+      const {clientWidth: width, clientHeight: height} = this.box;
+      this.state.openAtFirst((open) => {
+        const layout = layOut(root, open);
+        return layout.width * FirstScale <= width && layout.height * FirstScale <= height;
+      });
       this.layout = layOut(root, this.state.open);
       this.fit(FirstScale);
       this.reveal();

@@ -71,8 +71,11 @@
   };
 
   function nameCell(tree) {
-    return make('th', {scope: 'row', role: 'rowheader', class: 'name'},
-        make('a', {href: VelTarn.address(['tree', tree.id])}, ...VelTarn.breakable(tree.name)),
+    // All that have no tree share one number, so it leads nowhere.
+    const name = tree.tops.length === 0 ? make('span', {}, ...VelTarn.breakable(tree.name),
+        ' ', make('span', {class: 'tag'}, 'No fault tree')) :
+      make('a', {href: VelTarn.address(['tree', tree.id])}, ...VelTarn.breakable(tree.name));
+    return make('th', {scope: 'row', role: 'rowheader', class: 'name'}, name,
         tree.description ? make('span', {class: 'description'}, tree.description) : null);
   }
 

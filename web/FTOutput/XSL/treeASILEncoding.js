@@ -2,28 +2,26 @@
 'use strict';
 
 (function () {
-  const make = VelTarn.make;
   const childOf = (element, name) =>
     Array.from(element.children).find((entry) => entry.nodeName === name);
   const textOf = (element, name) => {
-    const child = childOf(element, name);
+    const child = element && childOf(element, name);
     return child ? child.textContent.trim() : '';
   };
 
+  /// What a file gives instead of a level to an event that the allocation leaves out.
+  const NoLevel = -1;
+
   /// The event carries its own name; the component that has it stands in the node around it.
-  function requirement(event) {
+  function readLevel(event) {
     const node = event.closest('EncodingNode');
-    const component = node && childOf(node, 'Component');
-    const owner = component ? textOf(component, 'FullName') : '';
-    const name = textOf(event, 'Name');
-    return make('li', {}, owner ? owner + '.' + name : name, ' ',
-        make('span', {class: 'tag'}, 'Level ' + textOf(event, 'SafetyRequirement')));
+    const level = Number(textOf(event, 'SafetyRequirement') || NoLevel);
+    return {component: textOf(node && childOf(node, 'Component'), 'FullName'),
+      event: textOf(event, 'Name'), level: level === NoLevel ? NaN : level};
   }
 
-  /// Every event of an `Encoding` element with the level it is given; null when it has none.
-  VelTarn.asilEncoding = (encoding) => {
-    const levels = encoding ? Array.from(encoding.getElementsByTagName('SafetyRequirement')) : [];
-    if (levels.length === 0) return null;
-    return make('ul', {class: 'plain'}, ...levels.map((level) => requirement(level.parentElement)));
-  };
+  /// {component, event, level} for every event below the element, in the order of the file; the level
+  /// is NaN where the allocation gives none.
+  VelTarn.asilLevels = (element) => Array.from(element.getElementsByTagName('BasicEvent'))
+      .filter((event) => event.parentElement.nodeName === 'BasicEvents').map(readLevel);
 }());

@@ -78,6 +78,46 @@
     };
   };
 
+  /// A long name as text that may break behind the signs that part it, and nowhere else while there
+  /// is room.
+  const namePieces = (name) => name.split(/(?<=[.:_-])(?![.:_-])/);
+
+  VelTarn.breakable = (name) => namePieces(name)
+      .flatMap((part, index) => (index === 0 ? [part] : [VelTarn.make('wbr'), part]));
+
+  let pencil = null;
+  const widths = new Map();
+
+  /// Pixels that the text takes on the page. Names come again and again, so each is measured once.
+  VelTarn.textWidth = (text) => {
+    if (!pencil) {
+      pencil = document.createElement('canvas').getContext('2d');
+      const {fontSize, fontFamily} = window.getComputedStyle(document.body);
+      pencil.font = fontSize + ' ' + fontFamily;
+    }
+    if (!widths.has(text)) widths.set(text, pencil.measureText(text).width);
+    return widths.get(text);
+  };
+
+  /// The lines that a breakable name takes at most where there are so many pixels for each.
+  VelTarn.lineCount = (name, room) => {
+    if (VelTarn.textWidth(name) <= room) return 1;
+    let lines = 1;
+    let used = 0;
+    for (const piece of namePieces(name).flatMap((part) => part.split(/(?<= )/))) {
+      const width = VelTarn.textWidth(piece);
+      if (used > 0 && used + width > room) {
+        ++lines;
+        used = 0;
+      }
+      // A piece that is longer than a line breaks anywhere; each line of it may waste one letter.
+      const whole = Math.floor((used + width) / Math.max(24, room - 16));
+      lines += whole;
+      used = whole > 0 ? room / 2 : used + width;
+    }
+    return lines;
+  };
+
   const Margin = 400;  // Pixels above and below the window in which rows exist already.
 
   /// The first index whose row ends below the position.
@@ -184,16 +224,27 @@
     return nodes;
   }
 
-  /// The nodes that start open: level by level as long as it fits, but one level at least.
+  const MostTries = 60;  // Each try lays out what is open.
+
+  /// The nodes that start open: level by level as long as it fits, then single nodes of the level that
+  /// does not; but one level at least.
   function openWhile(root, fits) {
-    let open = new Set();
-    let level = [root];
+    let open = new Set([root.key]);
+    let level = root.children;
+    let tries = 0;
     while (level.length > 0) {
-      const next = new Set(open);
-      level.filter((node) => node.children.length > 0).forEach((node) => next.add(node.key));
-      if (open.size > 0 && !fits(next)) break;
-      open = next;
-      level = level.flatMap((node) => node.children);
+      const gates = level.filter((node) => node.children.length > 0);
+      const all = new Set([...open, ...gates.map((node) => node.key)]);
+      if (fits(all)) {
+        open = all;
+      } else {
+        for (const node of gates) {
+          if (++tries > MostTries) return open;
+          const one = new Set([...open, node.key]);
+          if (fits(one)) open = one;
+        }
+      }
+      level = gates.filter((node) => open.has(node.key)).flatMap((node) => node.children);
     }
     return open;
   }
@@ -268,7 +319,7 @@
   }
 
   const FirstLines = 60;
-  const LetterWidth = 9;
+  const TypeWidth = 0.86;  // Of a type's text: it is set smaller than the name.
   const indentOf = (row, width) => Math.min(row.level - 1, 12) * (width < 640 ? 12 : 24);
 
   /// A tree as indented lines that open and close; see VelTarn.TreeState for what it shows.
@@ -298,13 +349,13 @@
       this.box.setAttribute('aria-activedescendant', 'line-' + this.state.chosen.key);
     }
 
-    /// The name, broken at any letter, and its type behind it or on a line of its own.
+    /// The name in as many lines as it needs, and its type behind it or on a line of its own.
     heightOf(row, width) {
-      const letters = Math.max(12, Math.floor((width - indentOf(row, width) - 56) / LetterWidth));
-      const name = row.node.name.length;
-      const lines = Math.ceil(name / letters);
-      const typeFits = name + VelTarn.typeText(row.node).length + 4 <= letters;
-      return (typeFits ? lines : lines + 1) * 22 + 12;
+      const room = Math.max(80, width - indentOf(row, width) - 52);
+      const lines = VelTarn.lineCount(row.node.name, room);
+      const typeFits = VelTarn.textWidth(row.node.name) +
+          VelTarn.textWidth(VelTarn.typeText(row.node)) * TypeWidth + 26 <= room;
+      return (typeFits ? 1 : lines + 1) * 22 + 12;
     }
 
     makeRow(row) {
@@ -319,8 +370,9 @@
         'click': (event) => this.onClick(event, node),
       }, VelTarn.make('span', {'class': 'toggle', 'aria-hidden': 'true'},
           node.children.length === 0 ? '' : (isOpen ? '\u2212' : '+')),
-      VelTarn.make('span', {class: 'line-text'}, VelTarn.make('span', {}, node.name),
-          VelTarn.make('span', {class: 'tag'}, VelTarn.typeText(node))));
+      VelTarn.make('span', {class: 'line-text'}, VelTarn.make('span', {}, ...VelTarn.breakable(node.name)),
+          node.name === VelTarn.typeText(node) ? null :
+            VelTarn.make('span', {class: 'tag'}, VelTarn.typeText(node))));
       line.style.paddingInlineStart = indentOf(row, this.box.clientWidth) + 8 + 'px';
       return line;
     }

@@ -117,11 +117,6 @@
   VelTarn.makeSvg = (tag, attributes, ...children) =>
     fill(document.createElementNS(SvgNamespace, tag), attributes, children);
 
-  /// A long name as text that may break behind the signs that part it, and nowhere else while there
-  /// is room.
-  VelTarn.breakable = (name) => name.split(/(?<=[.:_-])(?![.:_-])/)
-      .flatMap((part, index) => (index === 0 ? [part] : [VelTarn.make('wbr'), part]));
-
   /// The address of a view: its path, then what is chosen in it. Empty choices are left out.
   VelTarn.address = (path, choices) => {
     const query = new URLSearchParams();

@@ -18,15 +18,20 @@ var VelTarn = {};
   const ControlCharacters = /[\u0000-\u0008\u000b\u000c\u000e-\u001f]/g;
   const AllocationBlock = /<SafetyAllocations>[\s\S]*<\/SafetyAllocations>/;
 
+  const ModelFileName = /(<ModelFileName>)([\s\S]*?)(<\/ModelFileName>)/;
+
   /// The text with what would be markup, but is none of the format's, turned into plain text. Safety
-  /// allocations are left alone: they come from an XML library, which escapes.
+  /// allocations are left alone but for the name of the file: they come from an XML library, which
+  /// escapes.
   function escapeStrayMarkup(xml) {
     const mend = (text) => text
         .replace(StrayMarkup, (found) => (found === '&' ? '&amp;' : '&lt;'))
         .replace(ControlCharacters, '\ufffd');
     const block = AllocationBlock.exec(xml);
     if (!block) return mend(xml);
-    return mend(xml.slice(0, block.index)) + block[0] + mend(xml.slice(block.index + block[0].length));
+    const allocations = block[0].replace(ModelFileName,
+        (all, start, name, end) => start + mend(name) + end);
+    return mend(xml.slice(0, block.index)) + allocations + mend(xml.slice(block.index + block[0].length));
   }
 
   function parse(xml, source) {
@@ -83,7 +88,7 @@ var VelTarn = {};
       description: textOf(element, 'Description'),
       summary,
       cutSetCount: summary.reduce((sum, entry) => sum + (entry.pruned ? 0 : entry.count), 0),
-      topNode: childNamed(element, 'TopNode'),
+      tops: Array.from((childNamed(element, 'TopNode') || {children: []}).children),
     };
   }
 
@@ -91,8 +96,8 @@ var VelTarn = {};
     const evaluation = individual.getElementsByTagName('Evaluation')[0];
     return {
       id: textOf(individual, 'IndividualID'),
-      cost: figure(textOf(evaluation, 'Value')),
-      encoding: childNamed(individual, 'Encoding'),
+      cost: evaluation ? figure(textOf(evaluation, 'Value')) : figure(''),
+      levels: VelTarn.asilLevels(individual),
     };
   }
 
@@ -253,6 +258,8 @@ var VelTarn = {};
         node.type = event ? event.type : 'Event';
         node.name = VelTarn.eventName(node.id);
       } else {
+        // Gates that an expression makes have no name of their own.
+        if (node.name === '') node.name = VelTarn.typeText(node);
         const list = childNamed(element, 'Children') || element;
         node.children = Array.from(list.children)
             .filter((child) => child.nodeName !== 'Name').map((child) => build(child, node));
@@ -272,9 +279,15 @@ var VelTarn = {};
       firstOfForm.set(node.form, node);
       node.children.forEach(shareRepeats);
     };
-    const top = tree.topNode && tree.topNode.firstElementChild;
-    if (!top) return null;
-    const root = build(top, null);
+    // A top gate without an element of its own leaves its inputs side by side.
+    const buildTop = () => {
+      const node = {key: String(count++), id: tree.id, type: 'Top', name: tree.name, parent: null,
+        shared: null, form: 0};
+      node.children = tree.tops.map((element) => build(element, node));
+      return node;
+    };
+    if (tree.tops.length === 0) return null;
+    const root = tree.tops.length === 1 ? build(tree.tops[0], null) : buildTop();
     shareRepeats(root);
     return root;
   };
