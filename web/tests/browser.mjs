@@ -1,5 +1,5 @@
 // A browser for the tests, and the way they report.
-import {existsSync} from 'node:fs';
+import {existsSync, readFileSync} from 'node:fs';
 import {resolve} from 'node:path';
 import {pathToFileURL} from 'node:url';
 import {chromium} from 'playwright-core';
@@ -40,7 +40,8 @@ export async function withBrowser(body) {
       {executablePath: process.env.CHROMIUM || '/usr/bin/chromium', args: Arguments});
   const open = async (folder, hash = '', options = {}) => {
     const context = await browser.newContext({viewport: {width: options.width || 1280, height: 800},
-      colorScheme: options.scheme || 'light', acceptDownloads: true});
+      colorScheme: options.scheme || 'light', acceptDownloads: true,
+      permissions: ['clipboard-read', 'clipboard-write']});
     const page = await context.newPage();
     page.setDefaultTimeout(10000);
     page.errors = [];
@@ -60,6 +61,29 @@ export async function withBrowser(body) {
   } finally {
     await browser.close();
   }
+}
+
+/// Goes to another view of the same page, as a link would.
+export const show = (page, hash) => page.evaluate((address) => new Promise((resolve) => {
+  if (window.location.hash === address) {
+    resolve();
+    return;
+  }
+  window.addEventListener('hashchange', () => resolve(), {once: true});
+  window.location.hash = address;
+}), hash);
+
+/// The text of the file that a click on the button saves.
+export async function savedText(page, button) {
+  const [download] = await Promise.all([page.waitForEvent('download'), page.click(button)]);
+  return readFileSync(await download.path(), 'utf8');
+}
+
+/// The rows of a saved CSV file as lists of texts, without its head.
+export async function savedRows(page, button = 'text=Save as CSV') {
+  const lines = (await savedText(page, button)).trim().split('\r\n').slice(1);
+  return lines.map((line) => Array.from(line.matchAll(/(?:^|,)(?:"((?:[^"]|"")*)"|([^,"]*))/g),
+      ([, quoted, plain]) => (quoted === undefined ? plain : quoted.replace(/""/g, '"'))));
 }
 
 /// Ends the run with the number of failures as far as an exit status can say it.

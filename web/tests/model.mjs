@@ -1,5 +1,5 @@
 // Result folders of the tests' own: a real one with other data in it.
-import {cpSync, mkdtempSync, readFileSync, rmSync, writeFileSync} from 'node:fs';
+import {cpSync, mkdirSync, mkdtempSync, readFileSync, rmSync, writeFileSync} from 'node:fs';
 import {tmpdir} from 'node:os';
 import {join} from 'node:path';
 
@@ -9,23 +9,28 @@ const Header = '<?xml version="1.0" encoding="iso-8859-1" ?><Vel-Tarn_Results mo
 const ScriptLine = (source) =>
   '<script type="text/javascript" language="JavaScript" src="' + source + '"></script>\n';
 
-/// A copy of the folder whose scripts hold these trees; the bytes of `trees` and `cutSets` go out in
-/// Latin-1. Gives the folder to the body and removes it.
-export async function withResult(folder, {trees, cutSets}, body) {
+/// A copy of the folder whose scripts hold these trees, and `after` behind them; all bytes go out in
+/// Latin-1. `scripts` are scripts of the model with a text of their own, or with none at all: null.
+/// Gives the folder to the body and removes it.
+export async function withResult(folder, {trees, cutSets, after = '', scripts = {}}, body) {
   const made = mkdtempSync(join(tmpdir(), 'result-pages-'));
   try {
-    cpSync(folder, made, {recursive: true, dereference: true});
-    rmSync(made + '/model', {recursive: true});
-    cpSync(folder + '/model', made + '/model', {recursive: true});
+    cpSync(folder + '/FTOutput', made + '/FTOutput', {recursive: true});
+    mkdirSync(made + '/model');
     writeFileSync(made + '/model/FaultTrees.js', 'var FaultTrees = \'' + Header + '<FaultTrees>' + trees +
-        '</FaultTrees></Vel-Tarn_Results>\';', 'latin1');
+        '</FaultTrees>' + after + '</Vel-Tarn_Results>\';', 'latin1');
     let lines = '';
     for (const [id, text] of Object.entries(cutSets)) {
       writeFileSync(made + '/model/CutSets_' + id + '.js', 'var CutSets_' + id + ' = \'' + Header +
           '<FaultTrees>' + text + '</FaultTrees></Vel-Tarn_Results>\';', 'latin1');
       lines += ScriptLine('model/CutSets_' + id + '.js');
     }
-    const index = readFileSync(made + '/Index.html', 'latin1').replace(/<script.*CutSets_.*\n/g, '')
+    for (const [name, text] of Object.entries(scripts)) {
+      if (text !== null) writeFileSync(made + '/model/' + name + '.js', text, 'latin1');
+      else rmSync(made + '/model/' + name + '.js', {force: true});
+      if (name !== 'FaultTrees' && !(name.slice('CutSets_'.length) in cutSets)) lines += ScriptLine('model/' + name + '.js');
+    }
+    const index = readFileSync(folder + '/Index.html', 'latin1').replace(/<script.*CutSets_.*\n/g, '')
         .replace(ScriptLine('model/FaultTrees.js'), (line) => line + lines);
     writeFileSync(made + '/Index.html', index, 'latin1');
     await body(made);
@@ -60,3 +65,17 @@ export const cutSet = (unavailability, ids) =>
   '<CutSet><Unavailability>' + unavailability + '</Unavailability><Frequency>0</Frequency>' +
   '<UnavailabilitySort>' + unavailability + '</UnavailabilitySort><Events>' + ids.map(use).join('') +
   '</Events></CutSet>';
+
+/// The allocations of safety levels as the writer puts them behind the trees.
+export const allocations = (list) => '<SafetyAllocations><ModelFileName>made</ModelFileName><Objectives>' +
+  '<Objective><Name>ASILCost</Name></Objective></Objectives><Population>' + list.map(({id, cost, nodes}) =>
+  '<Individual><IndividualID>' + id + '</IndividualID><Encoding><TreeASILEncoding>' + nodes +
+  '</TreeASILEncoding></Encoding><Evaluations><Evaluation><Name>ASILCost</Name><Value>' + cost +
+  '</Value></Evaluation></Evaluations></Individual>').join('') + '</Population></SafetyAllocations>';
+
+/// One component of an allocation with pairs of event and level, and the components inside it.
+export const encodingNode = (name, levels, inside = '') => '<EncodingNode><Component><ShortName>' +
+  name.split('.').pop() + '</ShortName><FullName>' + name + '</FullName></Component><BasicEvents>' +
+  levels.map(([event, level], index) => '<BasicEvent><Name>' + event + '</Name><ID>' + (index + 2) +
+  '</ID><SafetyRequirement>' + level + '</SafetyRequirement></BasicEvent>').join('') +
+  '</BasicEvents><SubNodes>' + inside + '</SubNodes></EncodingNode>';

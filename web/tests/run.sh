@@ -1,5 +1,6 @@
 #!/bin/sh
-# Has the program write the pages of every example and opens them in a browser.
+# Has the program write the results of every example, and opens their pages in a browser. The XML files
+# beside the pages say which figures have to be on them.
 #   web/tests/run.sh <program> <folder for the pages>
 # Without a browser it ends with 77, which the test driver counts as skipped; with
 # FTS_ALL_TESTS set, as in the gate, a missing browser is a failure.

@@ -1,0 +1,58 @@
+// No barriers: every view by the rules of WCAG AA, light, dark and narrow.
+import assert from 'node:assert/strict';
+import {readFileSync} from 'node:fs';
+import {createRequire} from 'node:module';
+import {check, finish, resultFolders, show, withBrowser} from './browser.mjs';
+import {readExpected} from './expected.mjs';
+import * as make from './model.mjs';
+
+const axeSource = readFileSync(createRequire(import.meta.url).resolve('axe-core/axe.min.js'), 'utf8');
+const Settings = [{width: 1280, scheme: 'light'}, {width: 1280, scheme: 'dark'}, {width: 360, scheme: 'light'}];
+
+async function checkView(page, hash, {width, scheme}) {
+  await check('no barrier at ' + hash + ', ' + width + ' wide, ' + scheme, async () => {
+    await show(page, hash);
+    // Style sheets beside a page on disk cannot be fetched, and axe can do without.
+    const {violations} = await page.evaluate(() => window.axe.run({preload: false, resultTypes: ['violations']}));
+    assert.deepEqual(violations.map((found) => found.id + ': ' + found.nodes[0].html), []);
+    const [shown, available] = await page.evaluate(() =>
+      [document.documentElement.scrollWidth, document.documentElement.clientWidth]);
+    assert.ok(shown <= available, 'the page is wider than its window: ' + shown);
+  });
+}
+
+async function checkViews(open, folder, views) {
+  for (const setting of Settings) {
+    const page = await open(folder, '', setting);
+    await page.evaluate(axeSource);
+    for (const hash of views) await checkView(page, hash, setting);
+    assert.deepEqual(page.errors, []);
+    await page.context().close();
+  }
+}
+
+const [folder] = resultFolders();
+const {trees: [tree]} = readExpected(folder);
+const way = '#/tree/' + tree.id;
+
+// What the example has none of: safety allocations, warnings, and a script that is broken.
+const result = {
+  trees: make.tree(9, 'Top', {top: make.gate('Or', 9, 'Top', make.use(1))}), cutSets: {},
+  after: make.allocations([{id: 0, cost: 10, nodes: make.encodingNode('DEFAULT::Unit', [['stuck', 1]])}]) +
+      '<WarningList><Warning>Careful</Warning></WarningList>',
+  scripts: {CutSets_9: 'var CutSets_9 = \'it\'s broken\';'},
+};
+
+await withBrowser(async (open) => {
+  await checkViews(open, folder, ['#/', way, way + '/drawing', way + '/outline', way + '/cutsets',
+    way + '/cutsets?event=' + tree.cutSets[0].events[0], '#/fmea']);
+  await make.withResult(folder, result, async (made) => {
+    for (const setting of Settings) {
+      const page = await open(made, '', setting);
+      await page.evaluate(axeSource);
+      for (const hash of ['#/', '#/allocations', '#/allocations/0', '#/warnings', way]) await checkView(page, hash, setting);
+      await page.context().close();
+    }
+  });
+});
+finish();
