@@ -253,6 +253,29 @@ async function checkDrawing(page, {events}, tree) {
   });
 }
 
+/// What a view puts on paper, and that it is there again on the screen.
+async function checkPaper(page, tree) {
+  const views = [['cutsets', '.row:not(.group)', tree.cutSets.length, '.cut-sets .row'], ['drawing', 'svg', 1, '.node'],
+    ['outline', '.line', null, '.outline .line']];
+  for (const [view, parts, count, onScreen] of views) {
+    await check('the view ' + view + ' is printed', async () => {
+      await show(page, '#/tree/' + tree.id + '/' + view);
+      // So few lines stand in view at the same time.
+      if (view === 'outline') await page.click('text=Close all');
+      const lines = await page.locator(onScreen).count();
+      await page.emulateMedia({media: 'print'});
+      await page.evaluate(() => window.dispatchEvent(new Event('beforeprint')));
+      const printed = page.locator('.printed-rows ' + parts);
+      const found = [await printed.count(), await printed.first().isVisible(), await page.locator(onScreen).first().isVisible()];
+      await page.evaluate(() => window.dispatchEvent(new Event('afterprint')));
+      await page.emulateMedia({media: null});
+      assert.deepEqual(found, [count === null ? lines : count, true, false]);
+      assert.equal(await page.locator('.printed-rows > *').count(), 0);
+      assert.ok(await page.locator(onScreen).first().isVisible());
+    });
+  }
+}
+
 const listed = (effects) => effects.map((effect) => effect.name + ' cut sets').join('') || '\u2013';
 
 function failureRow(event, severity) {
@@ -393,6 +416,7 @@ await withBrowser(async (open) => {
       await checkCutSets(page, expected, tree);
       await checkDrawing(page, expected, tree);
     }
+    await checkPaper(page, expected.trees[0]);
     await checkFailureModes(page, expected);
     await checkWarnings(page, expected);
     await checkJourney(page, expected);

@@ -13,7 +13,7 @@
   function listColumns(allocations) {
     const used = Levels.filter((level) => allocations.some((entry) => countOf(entry, level) > 0));
     return [
-      {key: 'number', title: 'Allocation', numeric: true, value: (entry) => Number(entry.id)},
+      {key: 'number', title: 'Allocation', value: (entry) => Number(entry.id)},
       {key: 'cost', title: 'Cost', numeric: true, value: (entry) => entry.cost.value},
       ...used.map((level) => ({key: 'level' + level, title: 'Level ' + level, numeric: true,
         value: (entry) => countOf(entry, level), text: (entry) => String(countOf(entry, level))})),
@@ -26,7 +26,7 @@
     make('td', {'role': 'cell', 'class': 'figure', 'data-label': label}, text || '\u2013');
 
   const makeListRow = (columns, entry) => make('tr', {role: 'row'},
-      make('th', {scope: 'row', role: 'rowheader', class: 'figure'},
+      make('th', {scope: 'row', role: 'rowheader', class: 'name'},
           make('a', {href: VelTarn.address(['allocations', entry.id])}, 'Allocation ' + entry.id)),
       figureCell('Cost', entry.cost.text),
       ...columns.slice(2).map((column) => figureCell(column.title, column.text(entry))));

@@ -3,7 +3,6 @@
 
 (function () {
   const make = VelTarn.make;
-  const PrintedRows = 2000;  // Paper is for reading; more than this is work for the CSV file.
 
   const Columns = [
     {key: 'events', title: 'Events', value: (row) => row.text},
@@ -122,24 +121,6 @@
         VelTarn.button('Save as CSV', () => VelTarn.saveCsv(name, exportRows(state.shown)), 'csv'));
   }
 
-  /// Paper does not scroll: all rows, up to a limit, in the plain flow.
-  function preparePrinting(space, state) {
-    const print = make('div', {class: 'printed-rows'});
-    const before = () => {
-      print.replaceChildren(...withHeads(state.shown.slice(0, PrintedRows)).map(makeRow));
-      const left = state.shown.length - PrintedRows;
-      if (left > 0) print.append(make('p', {}, left + ' more cut sets are in the CSV file only.'));
-    };
-    const after = () => print.replaceChildren();
-    window.addEventListener('beforeprint', before);
-    window.addEventListener('afterprint', after);
-    VelTarn.whenLeft(() => {
-      window.removeEventListener('beforeprint', before);
-      window.removeEventListener('afterprint', after);
-    });
-    space.append(print);
-  }
-
   function render(space, route) {
     const tree = VelTarn.treeHead(space, route, 'cutsets');
     if (tree.tops.length === 0) {
@@ -174,7 +155,7 @@
     space.append(toolbar(route, tree, state, fill), event ? chosenEvent(event) : '', count, table,
         make('p', {class: 'hint'}, 'Importance is the unavailability of the cut set as a share of that ' +
             'of the top event.'));
-    preparePrinting(space, state);
+    VelTarn.printWith(space, () => withHeads(state.shown).map((row, index) => () => makeRow(row, index)));
     rowBox = new VelTarn.RowBox(box, heightOf, makeRow);
     fill(route.choices.filter || '');
   }

@@ -474,15 +474,14 @@
       this.box.addEventListener('pointercancel', end);
     }
 
-    /// All open nodes, in view or not, as a file of its own.
-    toSvgText() {
+    /// All open nodes, in view or not, as a picture of its own.
+    toSvg() {
       const {placed, width, height} = this.layout;
-      const svg = VelTarn.makeSvg('svg', {width, height, viewBox: '0 0 ' + width + ' ' + height},
+      return VelTarn.makeSvg('svg', {width, height, viewBox: '0 0 ' + width + ' ' + height},
           VelTarn.makeSvg('title', {}, 'Fault tree of ' + this.state.tree.name),
           VelTarn.makeSvg('style', {}, SavedStyle),
           VelTarn.makeSvg('path', {class: 'edges', d: edgePath(placed, () => true)}),
           ...placed.map((spot) => drawNode(spot, this.state.open.has(spot.node.key))));
-      return new XMLSerializer().serializeToString(svg);
     }
   };
 
@@ -515,9 +514,10 @@
           VelTarn.button('Zoom in', () => drawing.zoomBy(1.25), 'zoom-in'),
           VelTarn.button('Zoom out', () => drawing.zoomBy(0.8), 'zoom-out'),
           VelTarn.button('Save as SVG', () => VelTarn.saveFile(name + '.svg', 'image/svg+xml',
-              drawing.toSvgText()), 'svg'));
+              new XMLSerializer().serializeToString(drawing.toSvg())), 'svg'));
       space.append(legend(), make('p', {class: 'hint'}, 'Keys: arrows move, Space opens and closes, plus and ' +
           'minus zoom, 0 fits, Enter goes from a transfer to its target. ' + Hint));
+      VelTarn.printWith(space, () => [() => drawing.toSvg()]);
       showDetails();
       drawing.start();
     },
@@ -534,6 +534,7 @@
         showDetails();
       };
       space.append(make('p', {class: 'hint'}, Hint));
+      VelTarn.printWith(space, () => outline.printedLines());
       showDetails();
       outline.start();
     },

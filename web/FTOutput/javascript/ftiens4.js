@@ -153,12 +153,18 @@
     show(rows) {
       this.rows = rows;
       this.width = 0;
+      this.tops = null;
       this.element.scrollTop = 0;
       this.measure();
     }
 
     measure() {
-      if (this.width === this.element.clientWidth) return this.update();
+      // Hidden, as on paper: the observer calls again when there is something to see.
+      if (this.element.clientWidth === 0) return;
+      if (this.width === this.element.clientWidth) {
+        this.update();
+        return;
+      }
       this.width = this.element.clientWidth;
       this.tops = new Float64Array(this.rows.length + 1);
       this.rows.forEach((row, index) => {
@@ -166,7 +172,7 @@
       });
       this.canvas.style.height = this.tops[this.rows.length] + 'px';
       this.clear();
-      return this.update();
+      this.update();
     }
 
     clear() {
@@ -175,7 +181,7 @@
     }
 
     update() {
-      if (this.rows.length === 0) return;
+      if (this.rows.length === 0 || !this.tops) return;
       const top = this.element.scrollTop;
       const first = rowAt(this.tops, top - Margin);
       const last = rowAt(this.tops, top + this.element.clientHeight + Margin);
@@ -205,6 +211,7 @@
 
     /// Brings a row into view and gives its element.
     reveal(index) {
+      if (!this.tops) return null;
       const box = this.element;
       if (this.tops[index] < box.scrollTop) box.scrollTop = this.tops[index];
       const below = this.tops[index + 1] - box.clientHeight;
@@ -375,6 +382,15 @@
             VelTarn.make('span', {class: 'tag'}, VelTarn.typeText(node))));
       line.style.paddingInlineStart = indentOf(row, this.box.clientWidth) + 8 + 'px';
       return line;
+    }
+
+    /// All open lines in the plain flow, for paper.
+    printedLines() {
+      return this.rows.map((row) => () => {
+        const line = this.makeRow(row);
+        line.removeAttribute('id');  // The one on the screen has it.
+        return line;
+      });
     }
 
     onClick(event, node) {

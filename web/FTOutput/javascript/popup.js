@@ -70,6 +70,29 @@
   VelTarn.copyRows = (rows, what) =>
     VelTarn.copy(tableText(rows, '\t', (cell) => String(cell).replace(/[\t\r\n]+/g, ' ')), what);
 
+  const PrintedRows = 2000;  // Paper is for reading; more than this is work for a file.
+
+  /// Paper does not scroll: for the time of printing, what the view gives stands at the end of the
+  /// space in the plain flow, and a line about what is too much. `rows` gives a function for each row
+  /// that makes its element.
+  VelTarn.printWith = (space, rows) => {
+    const print = VelTarn.make('div', {class: 'printed-rows'});
+    const before = () => {
+      const all = rows();
+      const left = all.length - PrintedRows;
+      print.replaceChildren(...all.slice(0, PrintedRows).map((make) => make()));
+      if (left > 0) print.append(VelTarn.make('p', {}, left + ' more lines are not printed.'));
+    };
+    const after = () => print.replaceChildren();
+    window.addEventListener('beforeprint', before);
+    window.addEventListener('afterprint', after);
+    VelTarn.whenLeft(() => {
+      window.removeEventListener('beforeprint', before);
+      window.removeEventListener('afterprint', after);
+    });
+    space.append(print);
+  };
+
   /// A name that every system takes for a file.
   VelTarn.fileName = (...parts) =>
     parts.filter((part) => part !== '').join('-').replace(/[^\w.-]+/g, '_').slice(0, 120);
