@@ -33,15 +33,14 @@ export function resultFolders() {
   return folders;
 }
 
-/// Gives the body a function that opens pages: open(folder, hash, options) -> page. Whatever a page
+/// Gives the body a function that opens pages: open(folder, hash, {width, scheme}) -> page. Whatever a page
 /// writes to its console as an error is in `page.errors`; a request beyond the disk is one, too.
 export async function withBrowser(body) {
   const browser = await chromium.launch(
       {executablePath: process.env.CHROMIUM || '/usr/bin/chromium', args: Arguments});
-  const open = async (folder, hash = '', options = {}) => {
-    const context = await browser.newContext({viewport: {width: options.width || 1280, height: 800},
-      colorScheme: options.scheme || 'light', acceptDownloads: true,
-      permissions: ['clipboard-read', 'clipboard-write']});
+  const open = async (folder, hash = '', {width = 1280, scheme = 'light'} = {}) => {
+    const context = await browser.newContext({viewport: {width, height: 800}, colorScheme: scheme,
+      acceptDownloads: true, permissions: ['clipboard-read', 'clipboard-write']});
     const page = await context.newPage();
     page.setDefaultTimeout(10000);
     page.errors = [];
