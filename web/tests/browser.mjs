@@ -42,7 +42,7 @@ export async function withBrowser(body) {
     const context = await browser.newContext({viewport: {width, height: 800}, colorScheme: scheme,
       acceptDownloads: true, permissions: ['clipboard-read', 'clipboard-write']});
     const page = await context.newPage();
-    page.setDefaultTimeout(10000);
+    page.setDefaultTimeout(30000);
     page.errors = [];
     page.on('console', (message) => {
       if (message.type() === 'error') page.errors.push(message.text());

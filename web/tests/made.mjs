@@ -75,6 +75,26 @@ async function checkSorting(open) {
     }));
 }
 
+async function checkWithoutFailureModes(open) {
+  const top = make.gate('And', 9, 'Top', make.use(1) + make.use(2));
+  // The blank in the tag comes with countNormalEvents=false.
+  const result = {trees: make.tree(9, 'Top', {top}), cutSets: {9: make.tree(9, 'Top',
+      {cutSets: '<CutSets order="1"></CutSets><CutSets order="2" >' + make.cutSet('0.25', [1, 2]) + '</CutSets>'})}};
+  await make.withResult(folder, result, (made) =>
+    check('a result without failure modes has numbers for the names of its events', async () => {
+      const page = await open(made, '#/tree/9/cutsets');
+      assert.deepEqual(await page.locator('.cut-sets .row').allTextContents(),
+          ['Order 2: 1 cut set', 'Event 1Event 20.25050.00 %']);
+      await show(page, '#/tree/9/drawing');
+      assert.deepEqual(await page.locator('.node title').allTextContents(),
+          ['Top, AND gate, 2 inputs', 'Event 1, Event', 'Event 2, Event']);
+      await show(page, '#/fmea');
+      assert.match(await page.textContent('.empty'), /no failure modes/);
+      assert.deepEqual(page.errors, []);
+      await page.context().close();
+    }));
+}
+
 async function checkAllocations(open) {
   const nodes = (first, second, third) => make.encodingNode('DEFAULT::Pump', [['stuck', first], ['leaks', second]],
       make.encodingNode('DEFAULT::Pump.Motor', [['stalls &amp; smokes', third]]));
@@ -128,6 +148,7 @@ async function checkAllocations(open) {
 await withBrowser(async (open) => {
   await checkLogic(open);
   await checkSorting(open);
+  await checkWithoutFailureModes(open);
   await checkAllocations(open);
 });
 finish();

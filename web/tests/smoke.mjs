@@ -1,6 +1,7 @@
 // Every view of results of the program opens, and the overview has the figures of the XML files.
 import assert from 'node:assert/strict';
-import {basename} from 'node:path';
+import {existsSync, readFileSync} from 'node:fs';
+import {basename, join} from 'node:path';
 import {check, finish, resultFolders, show, withBrowser} from './browser.mjs';
 import {readExpected} from './expected.mjs';
 
@@ -36,6 +37,12 @@ await withBrowser(async (open) => {
   for (const folder of folders) {
     console.log(basename(folder));
     const {trees, events, warnings} = readExpected(folder);
+    await check('the folder holds every file that the start page names', () => {
+      const index = readFileSync(folder + '/Index.html', 'latin1');
+      const names = Array.from(index.matchAll(/(?:src=|href=|@import )"([^"]+)"/g), ([, name]) => name);
+      assert.ok(names.length > 20, String(names.length));
+      assert.deepEqual(names.filter((name) => !existsSync(join(folder, name))), []);
+    });
     const page = await open(folder);
     await check('the overview has the figures of every top event', async () => {
       const rows = await page.locator('.overview tbody tr').evaluateAll((list) => list.map((row) =>

@@ -103,20 +103,15 @@ async function checkTopEvent(page, {events}, tree) {
   });
 }
 
-/// The texts of all rows of the box, which has to be scrolled through for that.
+/// The texts of all rows of the box, which has to be as high as all of them for that.
 const allRows = (page) => page.evaluate(async () => {
   const box = document.querySelector('.row-box');
-  const rows = new Map();
-  for (let top = 0; top <= box.scrollHeight; top += box.clientHeight) {
-    box.scrollTop = top;
-    await new Promise((resolve) => { requestAnimationFrame(() => requestAnimationFrame(resolve)); });
-    for (const row of box.querySelectorAll('.row')) {
-      rows.set(Number(row.getAttribute('aria-rowindex')), row.classList.contains('group') ? row.textContent :
-        [Array.from(row.querySelectorAll('.event-line a'), (link) => link.textContent).join(', '),
-          ...Array.from(row.querySelectorAll('.figure'), (cell) => cell.textContent)].join(' | '));
-    }
-  }
-  return Array.from(rows).sort((left, right) => left[0] - right[0]).map(([, text]) => text);
+  box.style.height = box.scrollHeight + 2 + 'px';
+  await new Promise((resolve) => { requestAnimationFrame(() => requestAnimationFrame(resolve)); });
+  const textOf = (row) => (row.classList.contains('group') ? row.textContent :
+    [Array.from(row.querySelectorAll('.event-line a'), (link) => link.textContent).join(', '),
+      ...Array.from(row.querySelectorAll('.figure'), (cell) => cell.textContent)].join(' | '));
+  return Array.from(box.querySelectorAll('.row'), textOf);
 });
 
 const shareText = (set, tree) => {

@@ -171,7 +171,8 @@
     const {choices} = route;
     const sorting = VelTarn.sorting(choices, '', 'ascending');
     const column = Columns.find((entry) => entry.key === sorting.key);
-    const linked = linkedRows(rowsOf(fmea), choices);
+    const all = rowsOf(fmea);
+    const linked = linkedRows(all, choices);
     const sorted = column ? VelTarn.sortBy(linked, column, sorting.descending) : linked;
     const state = {shown: sorted};
     const count = make('p', {class: 'count', role: 'status'});
@@ -179,7 +180,7 @@
     const end = make('div', {class: 'table-end'});
     const fill = () => {
       state.shown = filterRows(sorted, choices);
-      count.textContent = state.shown.length + ' of ' + fmea.events.size + ' events';
+      count.textContent = state.shown.length + ' of ' + all.length + ' events';
       state.rows.show(state.shown);
     };
     space.append(toolbar(choices, state, () => fill()), linkedTitle(linked, choices) || '', count,

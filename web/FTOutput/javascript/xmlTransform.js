@@ -108,12 +108,15 @@ var VelTarn = {};
     const allocations = childNamed(root, 'SafetyAllocations');
     const population = childNamed(allocations, 'Population');
     const warnings = childNamed(root, 'WarningList');
+    const list = trees ? childrenNamed(trees, 'FaultTree').map(readTree) : [];
     return {
       model: root.getAttribute('model') || '',
       version: [root.getAttribute('majorVersion'), root.getAttribute('minorVersion'),
         root.getAttribute('version')].join('.'),
       versionDate: root.getAttribute('versionDate') || '',
-      trees: trees ? childrenNamed(trees, 'FaultTree').map(readTree) : [],
+      trees: list,
+      // Those without a tree share one number; the first of them has it.
+      treesById: new Map(list.slice().reverse().map((tree) => [tree.id, tree])),
       allocations: population ? childrenNamed(population, 'Individual').map(readAllocation) : [],
       warnings: warnings ?
           childrenNamed(warnings, 'Warning').map((warning) => warning.textContent) : [],
@@ -238,8 +241,7 @@ var VelTarn = {};
     return event ? event.name : 'Event ' + id;
   };
 
-  VelTarn.findTree = (id) =>
-    VelTarn.results('FaultTrees').trees.find((tree) => tree.id === id) || null;
+  VelTarn.findTree = (id) => VelTarn.results('FaultTrees').treesById.get(id) || null;
 
   /// The logic below a tree's top node as objects {key, id, type, name, children, parent, shared}.
   /// A part that stands at several places of the tree is written at each of them; `shared` names the
