@@ -69,9 +69,7 @@ Config& Config::Instance() {
 
 void Config::Release() { Holder().reset(); }
 
-Config::Config()
-    : asilCostHeuristic(DefaultCostHeuristic),
-      randomSeed(static_cast<std::int32_t>(Clock::CalendarSeconds())) {}
+Config::Config() : asilCostHeuristic(DefaultCostHeuristic), randomSeed(Clock::CalendarSeconds()) {}
 
 void Config::SetOutputTypes(std::string_view words) {
   ForEachWord(words, [this](const std::string& word) {

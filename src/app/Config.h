@@ -130,7 +130,7 @@ class Config {
   bool useRBD = false;
   bool pureElitist = false;
   bool openBrowser = true;
-  std::int32_t randomSeed;            // Seed of each search; the calendar time in seconds.
+  std::int64_t randomSeed;            // Seed of each search; the calendar time in seconds.
   std::string previousStateFileName;  // Saved search to go on from; empty for none.
   std::string timingDataFileName;
   std::int32_t encodingType = EncodingType::Tree;

@@ -1,5 +1,6 @@
 #include "app/Options.h"
 
+#include <charconv>
 #include <string_view>
 #include <utility>
 #include <variant>
@@ -35,6 +36,7 @@ struct HeldOptions : RunOptions {
   std::string previousStateFileName;
   std::string timingDataFileName;
   std::int32_t encodingType = EncodingType::Tree;
+  std::int64_t randomSeed = 0;  // 0 stands for the calendar time.
 };
 
 bool IsTrue(std::string_view value) { return value == "true"; }
@@ -108,6 +110,12 @@ void SetEncodingType(HeldOptions& held, std::string_view value) {
   }
 }
 
+void SetRandomSeed(HeldOptions& held, std::string_view value) {
+  std::uint32_t seed = 0;
+  std::from_chars(value.data(), value.data() + value.size(), seed);
+  held.randomSeed = seed;
+}
+
 struct Reversed {
   bool Config::*field;  // Becomes true for "false".
 };
@@ -179,6 +187,7 @@ constexpr OptionRow OptionRows[] = {
     {"allowInfeasibleResults=", &HeldOptions::allowInfeasibleResults},
     {"forceRestart=", &HeldOptions::forceRestart},
     {"includeArchive=", &HeldOptions::includeArchive},
+    {"randomSeed=", SetRandomSeed},
     {"numberOfRepeatRuns=", &Config::numberOfRepeatRuns},
     {"maxGenerations=", &HeldOptions::maxGenerations},
     {"countNormalEvents=", &Config::countNormalEvents},
@@ -192,7 +201,7 @@ constexpr OptionRow OptionRows[] = {
     {"asilCostHeuristic=", SetCostHeuristic},
     {"dalCostHeuristic=", SetCostHeuristic},  // The same field on purpose: the last one wins.
 };
-static_assert(std::size(OptionRows) == 56);
+static_assert(std::size(OptionRows) == 57);
 
 bool Matches(const OptionRow& row, std::string_view argument) {
   if (row.length == 0) return argument.starts_with(row.spelling);
@@ -296,7 +305,7 @@ void ApplyHeldOptions(const HeldOptions& held) {
   config.encodingType = held.encodingType;
   config.includeArchive = held.includeArchive;
   config.useRBD = held.useRBD;
-  config.randomSeed = static_cast<std::int32_t>(Clock::CalendarSeconds());
+  config.randomSeed = held.randomSeed != 0 ? held.randomSeed : Clock::CalendarSeconds();
   if (config.quantAnalysisTypes <= 0) config.quantAnalysisTypes = QuantAnalysisType::EsaryProschan;
 }
 

@@ -1,11 +1,14 @@
 #include "app/RunPhases.h"
 
 #include <iostream>
+#include <memory>
 
 #include "app/Config.h"
 #include "app/DecompositionTools.h"
 #include "model/Model.h"
 #include "model/VtnException.h"
+#include "optimisation/NSGA.h"
+#include "optimisation/Random.h"
 
 namespace FTS {
 
@@ -23,8 +26,45 @@ void RunNormalPhases(Model& model) {
   if (config.decomposeDALs) LaunchDalDecomposition(model);
 }
 
-void RunOptimisation(Model&, const RunOptions&) {
-  throw VtnException("Optimisation is not available in this version.");
+namespace {
+
+std::unique_ptr<GA> MakeSearch(Model& model, const RunOptions& options, std::int32_t run) {
+  const Config& config = Config::Instance();
+  if (!config.previousStateFileName.empty() && !config.forceRestart) {
+    return LoadState(model, config.previousStateFileName, options.modelFile, run);
+  }
+  if (options.gaType == "CoitGA") {
+    throw VtnException("GAType=CoitGA is not available in this version, but GAType=NSGA is.");
+  }
+  return std::make_unique<NSGA>(model, options.modelFile, run);
+}
+
+/// One search from beginning to end. What ends it early is told, and the next one still runs.
+void RunSearch(Model& model, const RunOptions& options, std::int32_t run) {
+  std::unique_ptr<GA> search;
+  try {
+    search = MakeSearch(model, options, run);
+    SeedRandom(Config::Instance().randomSeed);
+    std::cout << "Starting Genetic Algorithm run number " << run << '\n';
+    search->Evolve();
+  } catch (const VtnException& exception) {
+    std::cerr << "VtnException: " << exception.GetMessage() << '\n';
+  }
+  std::cout << "Genetic Algorithm finished: deleting\n";
+}
+
+}  // namespace
+
+void RunOptimisation(Model& model, const RunOptions& options) {
+  Config& config = Config::Instance();
+  config.maxGenerations = options.maxGenerations.value_or(model.GetMaxGenerations());
+  model.ResetImplementations();
+  if (config.decomposeSILs) {
+    throw VtnException("The allocation of safety levels is not available in this version.");
+  }
+  for (std::int32_t run = 1; run <= config.numberOfRepeatRuns; ++run) {
+    RunSearch(model, options, run);
+  }
 }
 
 }  // namespace FTS

@@ -12,8 +12,11 @@
 #include "faulttree/Forward.h"
 #include "model/Forward.h"
 #include "model/IVisitable.h"
+#include "platform/XmlDocument.h"
 
 namespace FTS {
+
+class Encoding;
 
 /// Everything that a model file describes and that a run derives from it. A reader fills it,
 /// `Synthesise` grows fault trees in it, `Analyse` works on them, `OutputResults` writes them;
@@ -120,6 +123,26 @@ class Model : public IVisitable {
   /// Selects the first implementation everywhere, clears and re-indexes.
   void ResetImplementations();
   virtual void SetPrimeIndex(int index);
+
+  // Encodings of designs: optimisation/ModelEncodings.cpp
+
+  /// Random ones of this model.
+  virtual std::unique_ptr<Encoding> CreateFixedEncoding();
+  virtual std::unique_ptr<Encoding> CreateFixedASILEncoding();
+  virtual std::unique_ptr<Encoding> CreateTreeASILEncoding();
+  virtual std::unique_ptr<Encoding> CreateTreeEncoding();
+  /// From their elements in a saved search. Throw `VtnException` when these do not fit the model.
+  virtual std::unique_ptr<Encoding> LoadTreeEncoding(XmlElement element);
+  virtual std::unique_ptr<Encoding> LoadFixedEncoding(XmlElement element);
+  virtual std::unique_ptr<Encoding> LoadFixedASILEncoding(XmlElement element);
+  /// Puts a design into this model, or with `copy` into a clone of it, and returns the one it went
+  /// into. The caller keeps the clone in `clone`.
+  virtual Model* EvaluateInClone(const Encoding& encoding, bool copy,
+                                 std::unique_ptr<Model>& clone);
+  /// Builds the redundant implementations of a "|" separated list of selections, one per
+  /// configurable component, synthesises and analyses; in a clone on demand. False at the first
+  /// selection that leaves a component empty, and nothing is analysed then.
+  virtual bool ApplyAndEvaluate(const std::string& selections, bool inClone);
 
   // Life cycle: model/ModelCloning.cpp
 

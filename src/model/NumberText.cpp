@@ -133,6 +133,14 @@ std::string FormatDouble(double value) {
   return {buffer.data(), end};
 }
 
+std::string FormatFixed(double value, int places) {
+  if (std::isnan(value)) return "nan";
+  std::array<char, LongestFixed> buffer{};
+  const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value,
+                                 std::chars_format::fixed, std::min(places, SortKeyPlaces));
+  return {buffer.data(), end.ptr};
+}
+
 std::string FormatSortKey(double value) {
   if (!std::isfinite(value)) return FormatDouble(value);
   std::string text = ShortestFixed(value);

@@ -13,6 +13,9 @@ namespace FTS {
 /// the exponent asks for it. What is no number is "nan", without a sign.
 std::string FormatDouble(double value);
 
+/// A decimal without exponent and with so many places behind the point, at most 200.
+std::string FormatFixed(double value, int places);
+
 /// A decimal without exponent, by which result pages sort figures: all digits of the shortest text
 /// that reads back as `value`, at most 200 of them behind the point; "0.0" for zero.
 std::string FormatSortKey(double value);

@@ -9,15 +9,13 @@
 #include "app/DiagnosticLog.h"
 #include "faulttree/FaultTreeNode.h"
 #include "model/Model.h"
+#include "output/PageLines.h"
 #include "output/PageTemplate.h"
+#include "output/ScriptText.h"
 #include "platform/FileSystem.h"
 
 namespace FTS {
 namespace {
-
-constexpr std::string_view ScriptStart =
-    R"(<script type="text/javascript" language="JavaScript" src=")";
-constexpr std::string_view ScriptEnd = "\"></script>\n";
 
 // In the order in which they load. All stand in the template.
 constexpr std::array<std::string_view, 18> TemplateScripts = {
@@ -40,20 +38,6 @@ constexpr std::array<std::string_view, 18> TemplateScripts = {
     "FTOutput/XSL/treeEncoding.js",
     "FTOutput/XSL/warnings.js",
 };
-
-constexpr std::string_view HeadStart =
-    "<!doctype html>\n"
-    "<html>\n"
-    "<head>\n"
-    "<link rel=\"stylesheet\" type=\"text/css\" href=\"FTOutput/css/menus.css\" />\n"
-    "<link rel=\"icon\" type=\"image/x-icon\" href=\"FTOutput/images/favicon.ico\" />\n"
-    "<link rel=\"shortcut icon\" type=\"image/x-icon\" href=\"FTOutput/images/favicon.ico\" />\n"
-    "<style type=\"text/css\" media=\"screen\">\n"
-    "\t@import \"FTOutput/css/basic.css\";\n"
-    "</style>\n"
-    "<style type=\"text/css\" media=\"screen\">\n"
-    "\t@import \"FTOutput/css/tabs.css\";\n"
-    "</style>\n";
 
 constexpr std::string_view Body =
     "</head>\n"
@@ -79,29 +63,6 @@ constexpr std::string_view Body =
 
 std::string VariableOf(const FaultTree& tree) {
   return "CutSets_" + std::to_string(tree.root->GetId());
-}
-
-/// The text as it has to stand in a string of a script between apostrophes.
-std::string EscapedForScript(const std::string& text) {
-  std::string escaped;
-  for (const char character : text) {
-    switch (character) {
-      case '\'':
-      case '\\':
-        escaped += '\\';
-        escaped += character;
-        break;
-      case '\n':
-        escaped += "\\n";
-        break;
-      case '\r':
-        escaped += "\\r";
-        break;
-      default:
-        escaped += character;
-    }
-  }
-  return escaped;
 }
 
 /// The absolute path of the file when it exists, else "".
@@ -130,7 +91,7 @@ void VisitorHTML::Visit(Model& model) {
 
 void VisitorHTML::WriteIndex(const Model& model, const std::string& path) {
   if (out.Open(path)) {
-    out << HeadStart << ScriptStart << "model/FaultTrees.js" << ScriptEnd;
+    out << PageHeadStart << ScriptStart << "model/FaultTrees.js" << ScriptEnd;
     for (const auto& tree : model.faultTrees) {
       if (!tree->root) continue;
       out << ScriptStart << "model/" << VariableOf(*tree) << ".js" << ScriptEnd;

@@ -54,4 +54,13 @@ std::string ProgramPathFromSystem();
 /// The bytes of a file; nothing if it is a folder or can't be read.
 std::optional<std::string> ReadWholeFile(std::string_view path);
 
+/// Puts a file of that content in the place of the one that is there, if any: under a temporary
+/// name beside it first, so that whoever reads the file, and a run that is ended in between, finds
+/// either the old one or the new one whole. False when that fails; the old file is then still
+/// there.
+bool ReplaceFile(std::string_view path, std::string_view content);
+
+/// False when the file is there and cannot be removed.
+bool RemoveFile(std::string_view path);
+
 }  // namespace FTS

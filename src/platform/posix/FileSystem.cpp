@@ -84,4 +84,23 @@ std::optional<std::string> ReadWholeFile(std::string_view path) {
   return content;
 }
 
+bool ReplaceFile(std::string_view path, std::string_view content) {
+  const std::string target = WithNativeSeparators(path);
+  const std::string temporary = target + ".tmp";
+  std::ofstream file(temporary, std::ios::binary | std::ios::trunc);
+  file.write(content.data(), static_cast<std::streamsize>(content.size()));
+  file.close();
+  std::error_code failure;
+  if (file) std::filesystem::rename(temporary, target, failure);
+  if (file && !failure) return true;
+  std::filesystem::remove(temporary, failure);
+  return false;
+}
+
+bool RemoveFile(std::string_view path) {
+  std::error_code failure;
+  std::filesystem::remove(WithNativeSeparators(path), failure);
+  return !failure;
+}
+
 }  // namespace FTS

@@ -1,0 +1,105 @@
+// The designs of a model: its encodings, and putting one into the model or a clone of it.
+
+#include "optimisation/ModelEncodings.h"
+
+#include <utility>
+
+#include "app/Config.h"
+#include "model/Component.h"
+#include "model/Model.h"
+#include "model/Perspective.h"
+#include "model/Subsystem.h"
+#include "model/VtnException.h"
+#include "optimisation/FixedEncoding.h"
+#include "optimisation/TreeEncoding.h"
+
+namespace FTS {
+
+namespace {
+
+[[noreturn]] void RefuseSafetyLevels() {
+  throw VtnException("The allocation of safety levels is not available in this version.");
+}
+
+}  // namespace
+
+std::unique_ptr<Encoding> Model::CreateFixedEncoding() {
+  return std::make_unique<FixedEncoding>(*this, true);
+}
+
+std::unique_ptr<Encoding> Model::CreateFixedASILEncoding() { RefuseSafetyLevels(); }
+
+std::unique_ptr<Encoding> Model::CreateTreeASILEncoding() { RefuseSafetyLevels(); }
+
+std::unique_ptr<Encoding> Model::CreateTreeEncoding() {
+  return std::make_unique<TreeEncoding>(*this, true);
+}
+
+std::unique_ptr<Encoding> Model::LoadTreeEncoding(XmlElement element) {
+  return std::make_unique<TreeEncoding>(*this, element);
+}
+
+std::unique_ptr<Encoding> Model::LoadFixedEncoding(XmlElement element) {
+  return std::make_unique<FixedEncoding>(*this, element);
+}
+
+std::unique_ptr<Encoding> Model::LoadFixedASILEncoding(XmlElement) { RefuseSafetyLevels(); }
+
+Model* Model::EvaluateInClone(const Encoding& encoding, bool copy, std::unique_ptr<Model>& clone) {
+  Model* working = this;
+  if (copy) {
+    clone = Clone();
+    CopyPerspectives(*clone);
+    working = clone.get();
+  }
+  encoding.Apply(*working);
+  return working;
+}
+
+bool Model::ApplyAndEvaluate(const std::string& selections, bool inClone) {
+  std::unique_ptr<Model> clone;
+  Model* working = this;
+  if (inClone) {
+    clone = Clone();
+    working = clone.get();
+  }
+  std::size_t start = 0;
+  for (const auto& component : working->configurableComponents) {
+    const std::size_t end = std::min(selections.find('|', start), selections.size());
+    std::string selection = selections.substr(std::min(start, selections.size()), end - start);
+    if (!component->CreateOptimisedImplementation(selection)) return false;
+    start = std::min(end + 1, selections.size());
+  }
+  working->Synthesise();
+  working->Analyse(Config::Instance().useBDDs);
+  return true;
+}
+
+std::unique_ptr<Encoding> CreateEncoding(Model& model, std::int32_t type) {
+  switch (type) {
+    case EncodingType::Fixed:
+      return model.CreateFixedEncoding();
+    case EncodingType::FixedAsil:
+      return model.CreateFixedASILEncoding();
+    case EncodingType::TreeAsil:
+      return model.CreateTreeASILEncoding();
+    default:
+      return model.CreateTreeEncoding();
+  }
+}
+
+std::unique_ptr<Encoding> LoadEncoding(Model& model, XmlElement element) {
+  if (const XmlElement fixed = element.FirstChild("FixedEncoding")) {
+    return model.LoadFixedEncoding(fixed);
+  }
+  if (const XmlElement tree = element.FirstChild("TreeEncoding")) {
+    return model.LoadTreeEncoding(tree);
+  }
+  if (const XmlElement levels = element.FirstChild("FixedASILEncoding")) {
+    return model.LoadFixedASILEncoding(levels);
+  }
+  throw VtnException(
+      "Missing element FixedEncoding, TreeEncoding or FixedASILEncoding in saved state");
+}
+
+}  // namespace FTS

@@ -1,0 +1,200 @@
+// The state of a search as a document: writing it, and going on from one.
+
+#include <algorithm>
+#include <array>
+#include <iostream>
+#include <string_view>
+#include <utility>
+
+#include "app/Config.h"
+#include "model/BuildInfo.h"
+#include "model/Model.h"
+#include "model/NumberText.h"
+#include "model/Objective.h"
+#include "model/VtnException.h"
+#include "optimisation/GA.h"
+#include "optimisation/Individual.h"
+#include "optimisation/NSGA.h"
+#include "optimisation/NonDominatedPopulation.h"
+#include "optimisation/Random.h"
+#include "optimisation/SavedStateText.h"
+#include "output/ScriptText.h"
+#include "platform/Clock.h"
+#include "platform/FileSystem.h"
+
+namespace FTS {
+
+namespace {
+
+struct EncodingWord {
+  std::int32_t type;
+  std::string_view word;
+};
+
+// The tree form of safety levels has no word of its own in files from before it could be saved, and
+// is written with the first one.
+constexpr std::array<EncodingWord, 3> EncodingWords = {
+    {{EncodingType::Fixed, "FixedEncoding"},
+     {EncodingType::Tree, "TreeEncoding"},
+     {EncodingType::FixedAsil, "FixedASILEncoding"}}};
+
+std::string_view WordOf(std::int32_t type) {
+  for (const EncodingWord& row : EncodingWords) {
+    if (row.type == type) return row.word;
+  }
+  return EncodingWords.front().word;
+}
+
+void ObjectivesToXML(const Model& model, XmlOutputElement parent) {
+  const XmlOutputElement list = parent.Add("Objectives");
+  for (auto entry = model.ObjectivesBegin(); entry != model.ObjectivesEnd(); ++entry) {
+    const XmlOutputElement objective = list.Add("Objective");
+    objective.Add("Name", entry->first);
+    objective.Add("Goal", entry->second.maximise ? "Maximise" : "Minimise");
+  }
+}
+
+void SetRootAttributes(const Model& model, XmlOutputElement root) {
+  root.SetAttribute("model", model.GetFileStem());
+  root.SetAttribute("build", BuildEdition);
+  root.SetAttribute("majorVersion", std::to_string(MajorVersion));
+  root.SetAttribute("minorVersion", std::to_string(MinorVersion));
+  root.SetAttribute("version", std::to_string(BuildNumber));
+  root.SetAttribute("versionDate", BuildDate);
+}
+
+XmlElement RequiredPart(XmlElement state, const std::string& name, const std::string& path) {
+  const XmlElement part = state.FirstChild(name);
+  if (!part) throw VtnException("Missing element " + name + " in saved state: " + path);
+  return part;
+}
+
+void ReadEncodingType(std::string_view word) {
+  Config& config = Config::Instance();
+  const auto row = std::find_if(EncodingWords.begin(), EncodingWords.end(),
+                                [word](const EncodingWord& known) { return known.word == word; });
+  if (row == EncodingWords.end()) {
+    std::cout << "ERROR OF Encoding TYPE\n";
+    return;
+  }
+  if (row->type == config.encodingType) return;
+  std::cout << "Warning encoding type in saved state is different from program argument, "
+               "using saved type\n";
+  // Safety levels are searched along the hierarchy only, which has no word of its own.
+  if (!config.decomposeSILs) config.encodingType = row->type;
+}
+
+void WriteOrTell(const std::string& path, const std::string& text) {
+  if (!ReplaceFile(path, text)) {
+    std::cerr << "ERROR: Could not open XML file to write: " << path << '\n';
+  }
+}
+
+}  // namespace
+
+void GA::WriteState() {
+  XmlOutput document("Vel-Tarn_Results");
+  SetRootAttributes(*model, document.Root());
+  const XmlOutputElement state = document.Root().Add(GetKind());
+  state.Add("ModelFileName", fileName);
+  state.Add("RandomSeed", std::to_string(RandomState()));
+  state.Add("Generation", std::to_string(generation));
+  state.Add("EncodingType", WordOf(Config::Instance().encodingType));
+  state.Add("TimeElapsed", FormatDouble(static_cast<double>(totalTime)));
+  ObjectivesToXML(*model, state);
+  PopulationToXML(state);
+
+  CreateFolders(ResultsFolder());
+  const std::string stem = JoinPath(ResultsFolder(), GetRunName());
+  const std::string text = document.Text();
+  WriteOrTell(stem + ".xml", text);
+  // A page that is opened from the disk may read a script beside it, but no document.
+  WriteOrTell(stem + ".js", "var OptimisationResults = '" + EscapedForScript(text) + "';\n");
+}
+
+void GA::ReadState(XmlElement element, const std::string& path) {
+  Config& config = Config::Instance();
+  if (element.FirstChild("RandomSeed")) {
+    config.randomSeed = RequiredInteger(element, "RandomSeed");
+  }
+  RequiredPart(element, "Generation", path);
+  generation = RequiredInteger(element, "Generation");
+  ReadEncodingType(RequiredPart(element, "EncodingType", path).Text());
+  RequiredPart(element, "TimeElapsed", path);
+  totalTime = static_cast<float>(RequiredDouble(element, "TimeElapsed"));
+  uncheckedPopulation =
+      ReadIndividuals(RequiredPart(element, "UncheckedPopulation", path), "new population");
+}
+
+std::vector<std::unique_ptr<Individual>> GA::ReadIndividuals(XmlElement element,
+                                                             const std::string& place) {
+  std::vector<std::unique_ptr<Individual>> individuals;
+  for (XmlElement item = element.FirstChild(); item; item = item.NextSibling()) {
+    try {
+      individuals.push_back(std::make_unique<Individual>(*this, item));
+    } catch (const VtnException& exception) {
+      std::cout << "Error loading individual. Not added\n";
+      std::cerr << exception.GetMessage() << '\n';
+      continue;
+    }
+    if (!place.empty()) std::cout << "Individual loaded and added to " << place << ".\n";
+  }
+  return individuals;
+}
+
+void GA::ReportLoaded(long long start, std::size_t individuals, std::size_t undominated) const {
+  const auto seconds =
+      static_cast<double>(static_cast<float>(Clock::Milliseconds() - start) / 1000.0F);
+  std::cout << "--------Stored population loaded--------\n"
+            << "Time taken to load population: " << FormatDouble(seconds) << "s.\n"
+            << "Number of individuals loaded: " << individuals << '\n'
+            << "Number of undominated individuals: " << undominated << '\n'
+            << "Loaded generation:\t" << generation << '\n'
+            << "Time taken to reach generation: " << FormatDouble(static_cast<double>(totalTime))
+            << "s.\n"
+            << "----------------------------------------\n";
+}
+
+NSGA::NSGA(Model& initModel, XmlElement element, const std::string& statePath,
+           const std::string& modelPath, std::int32_t initRunNumber)
+    : GA(initModel, modelPath, initRunNumber),
+      archive(std::make_unique<NonDominatedPopulation>(*this)) {
+  const long long start = Clock::Milliseconds();
+  ReadState(element, statePath);
+  std::size_t loaded = uncheckedPopulation.size();
+  const auto readFrontier = [this, &loaded](XmlElement population, const std::string& place) {
+    auto frontier = std::make_unique<NonDominatedPopulation>(*this);
+    for (auto& individual : ReadIndividuals(population, place)) {
+      const std::int32_t id = individual->individualId;
+      loaded += frontier->members.emplace(id, std::move(individual)).second ? 1 : 0;
+    }
+    return frontier;
+  };
+  if (const XmlElement first = element.FirstChild("NonDominatedPopulation")) {
+    frontiers.push_back(readFrontier(first, "frontier rank 0"));
+  }
+  const XmlElement others = RequiredPart(element, "OtherNonDominatedPopulations", statePath);
+  for (XmlElement item = others.FirstChild(); item; item = item.NextSibling()) {
+    const std::string rank = std::to_string(frontiers.size());
+    frontiers.push_back(readFrontier(item, "frontier rank " + rank));
+  }
+  const XmlElement archives = element.FirstChild("ArchiveNonDominatedPopulations");
+  if (archives.FirstChild()) archive = readFrontier(archives.FirstChild(), "");
+  for (const auto& frontier : frontiers) frontier->AssignCrowding();
+  ReportLoaded(start, loaded, FirstFrontierSize());
+}
+
+std::unique_ptr<GA> LoadState(Model& model, const std::string& statePath,
+                              const std::string& modelPath, std::int32_t runNumber) {
+  const XmlDocument document = XmlDocument::LoadFile(statePath);
+  if (document.HasError()) {
+    throw VtnException("Cannot read saved state: " + statePath + ": " + document.ErrorText() +
+                       " at line " + std::to_string(document.ErrorRow()));
+  }
+  const XmlElement root = document.FirstChild("Vel-Tarn_Results");
+  if (!root) throw VtnException("Missing element Vel-Tarn_Results in saved state: " + statePath);
+  const XmlElement state = RequiredPart(root, "NSGA", statePath);
+  return std::make_unique<NSGA>(model, state, statePath, modelPath, runNumber);
+}
+
+}  // namespace FTS
