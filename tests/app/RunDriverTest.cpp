@@ -141,10 +141,16 @@ TEST_F(RunDriverTest, WarningsLeaveTheStatusAlone) {
   EXPECT_EQ(streams.Errors(), "No fault trees present: no output generated.\n\nWARNINGS: 1\nodd\n");
 }
 
-TEST_F(RunDriverTest, OptimisationIsRefusedBehindTheReading) {
+TEST_F(RunDriverTest, OptimisationTakesThePlaceOfTheAnalysis) {
   const std::string path = folder.Write("small.xml", SoundModel);
-  EXPECT_EQ(Run({path, "optimise=true"}), 0);
-  EXPECT_EQ(streams.Errors(), "Optimisation is not available in this version.\n");
+  EXPECT_EQ(Run({path, "optimise=true", "GAType=NSGA", "maxGenerations=0"}), 0);
+  EXPECT_EQ(streams.Errors(), "");
+  EXPECT_NE(
+      streams.Output().find("Starting Genetic Algorithm run number 1\n"
+                            "Current generation (0) of optimisation is already at maximum (0).\n"
+                            "Genetic Algorithm finished: deleting\n"),
+      std::string::npos)
+      << streams.Output();
 }
 
 TEST_F(RunDriverTest, RunLeavesFreshStateBehind) {

@@ -91,15 +91,42 @@ TEST_F(RunPhasesTest, DalDecompositionIsRefusedBehindTheOutput) {
   EXPECT_EQ(MessageOf(model), "The DAL decomposition tool is not launched by this version.");
 }
 
-TEST_F(RunPhasesTest, OptimisationIsRefused) {
+TEST_F(RunPhasesTest, NoRunOfTheSearchLeavesTheModelAlone) {
+  Config::Instance().numberOfRepeatRuns = 0;
   RecordingModel model(1);
-  try {
-    RunOptimisation(model, RunOptions());
-    FAIL() << "No exception";
-  } catch (const VtnException& exception) {
-    EXPECT_EQ(exception.GetMessage(), "Optimisation is not available in this version.");
-  }
+  RunOptimisation(model, RunOptions());
   EXPECT_EQ(model.calls, "");
+  EXPECT_EQ(streams.Output(), "");
+}
+
+TEST_F(RunPhasesTest, LimitOfGenerationsIsTheModels) {
+  Config::Instance().numberOfRepeatRuns = 0;
+  RecordingModel model(1);
+  model.maxGenerations = 7;
+  RunOptimisation(model, RunOptions());
+  EXPECT_EQ(Config::Instance().maxGenerations, 7);
+}
+
+TEST_F(RunPhasesTest, LimitOfGenerationsOnTheCommandLineGoesFirst) {
+  Config::Instance().numberOfRepeatRuns = 0;
+  RecordingModel model(1);
+  model.maxGenerations = 7;
+  RunOptions options;
+  options.maxGenerations = 9;
+  RunOptimisation(model, options);
+  EXPECT_EQ(Config::Instance().maxGenerations, 9);
+}
+
+TEST_F(RunPhasesTest, SearchThatCannotStartIsToldAndTheNextOneRuns) {
+  Config::Instance().numberOfRepeatRuns = 2;
+  Config::Instance().previousStateFileName = "absent.xml";
+  RecordingModel model(1);
+  RunOptimisation(model, RunOptions());
+  EXPECT_EQ(streams.Output(),
+            "Genetic Algorithm finished: deleting\nGenetic Algorithm finished: deleting\n");
+  EXPECT_NE(streams.Errors().find("VtnException: Cannot read saved state: absent.xml"),
+            std::string::npos)
+      << streams.Errors();
 }
 
 }  // namespace
