@@ -7,6 +7,7 @@
 #include "app/DecompositionTools.h"
 #include "model/Model.h"
 #include "model/VtnException.h"
+#include "optimisation/CoitGA.h"
 #include "optimisation/NSGA.h"
 #include "optimisation/Random.h"
 
@@ -34,7 +35,7 @@ std::unique_ptr<GA> MakeSearch(Model& model, const RunOptions& options, std::int
     return LoadState(model, config.previousStateFileName, options.modelFile, run);
   }
   if (options.gaType == "CoitGA") {
-    throw VtnException("GAType=CoitGA is not available in this version, but GAType=NSGA is.");
+    return std::make_unique<CoitGA>(model, options.modelFile, run);
   }
   return std::make_unique<NSGA>(model, options.modelFile, run);
 }
@@ -60,7 +61,9 @@ void RunOptimisation(Model& model, const RunOptions& options) {
   config.maxGenerations = options.maxGenerations.value_or(model.GetMaxGenerations());
   model.ResetImplementations();
   if (config.decomposeSILs) {
-    throw VtnException("The allocation of safety levels is not available in this version.");
+    config.encodingType = EncodingType::TreeAsil;
+    model.Synthesise();
+    model.Analyse(false);
   }
   for (std::int32_t run = 1; run <= config.numberOfRepeatRuns; ++run) {
     RunSearch(model, options, run);

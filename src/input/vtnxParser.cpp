@@ -110,6 +110,7 @@ void vtnxParser::ReadObjective(XmlElement element) {
   objective.hasUpperBound = static_cast<bool>(bounds.FirstChild("UpperBound"));
   objective.lowerBound = ElementDouble(bounds, "LowerBound");
   objective.upperBound = ElementDouble(bounds, "UpperBound");
+  objective.ResetScales();
   model->objectives[objective.name] = objective;
 }
 

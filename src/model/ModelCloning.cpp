@@ -103,6 +103,7 @@ std::unique_ptr<Model> Model::Clone() const {
   copy->defaultMaxReplicants = defaultMaxReplicants;
   copy->failureClassAssignments = failureClassAssignments;
   copy->objectives = objectives;
+  for (auto& [objectiveName, objective] : copy->objectives) objective.ResetScales();
   for (const std::string& failureClass : failureClasses) copy->AddFailureClass(failureClass);
   for (const auto& [perspectiveName, perspective] : perspectives) {
     copy->AddPerspective(perspective->Clone(copy.get()));

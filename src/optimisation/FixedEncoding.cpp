@@ -15,6 +15,7 @@
 #include "model/VtnException.h"
 #include "optimisation/DesignComponents.h"
 #include "optimisation/Random.h"
+#include "optimisation/RedundancyBenchmark.h"
 #include "optimisation/SavedStateText.h"
 
 namespace FTS {
@@ -217,9 +218,46 @@ XmlOutputElement FixedEncoding::ToXML(XmlOutputElement parent) const {
   return element;
 }
 
-double FixedEncoding::GetProduct() const { return 0.0; }
-double FixedEncoding::GetSum1() const { return 0.0; }
-double FixedEncoding::GetSum2() const { return 0.0; }
+double FixedEncodingNode::GetNodeReliability() const {
+  const int subsystem = FlatBenchmarkSubsystem(componentName);
+  double failing = 1.0;
+  for (const std::int32_t gene : genes) {
+    failing *= 1.0 - BenchmarkChoiceOf(subsystem, gene).reliability;
+  }
+  return 1.0 - failing;
+}
+
+double FixedEncodingNode::GetNodeCost() const {
+  const int subsystem = FlatBenchmarkSubsystem(componentName);
+  double sum = 0.0;
+  for (const std::int32_t gene : genes) sum += BenchmarkChoiceOf(subsystem, gene).cost;
+  return sum;
+}
+
+double FixedEncodingNode::GetNodeWeight() const {
+  const int subsystem = FlatBenchmarkSubsystem(componentName);
+  double sum = 0.0;
+  for (const std::int32_t gene : genes) sum += BenchmarkChoiceOf(subsystem, gene).weight;
+  return sum;
+}
+
+double FixedEncoding::GetProduct() const {
+  double product = 1.0;
+  for (const auto& node : nodes) product *= node->GetNodeReliability();
+  return product;
+}
+
+double FixedEncoding::GetSum1() const {
+  double sum = 0.0;
+  for (const auto& node : nodes) sum += node->GetNodeCost();
+  return sum;
+}
+
+double FixedEncoding::GetSum2() const {
+  double sum = 0.0;
+  for (const auto& node : nodes) sum += node->GetNodeWeight();
+  return sum;
+}
 
 void FixedEncoding::Print(std::ostream& stream, int indent) const {
   PrintLine(stream, indent, "FIXED ENCODING");

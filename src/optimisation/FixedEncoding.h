@@ -34,6 +34,10 @@ class FixedEncodingNode : public IPrintable {
   bool IsValid() const;
   void Apply(Model& target) const;
   void ToXML(XmlOutputElement parent) const;
+  /// By the tables of the redundancy benchmark.
+  double GetNodeReliability() const;
+  double GetNodeCost() const;
+  double GetNodeWeight() const;
 
   std::string componentName;
   std::vector<std::int32_t> genes;

@@ -4,6 +4,7 @@
 
 namespace FTS {
 
+class CoitGA;
 class Encoding;
 class FixedEncoding;
 class GA;

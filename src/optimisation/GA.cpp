@@ -194,6 +194,7 @@ void GA::OutputOptimisationResults() {
   if (Config::Instance().openBrowser) {
     const std::string resultsFolder = MakeResultsFolder();
     WriteState();
+    WriteModelScript();
     WriteResultsPage(resultsFolder);
   }
   std::cout << "Output completed in " << Seconds(SecondsSince(start)) << "s.\n";

@@ -38,6 +38,8 @@ class GA {
   /// for the pages.
   virtual void WriteState();
   virtual void AssignCrowding() = 0;
+  /// What a missed bound is multiplied with, 0 or less; see `Individual::GetPenalty`.
+  virtual double GetPenaltyWeight() const { return 0.0; }
 
   /// Fills `uncheckedPopulation` with random designs. Throws `VtnException` after `MostTries`
   /// designs in a row that cannot be built.
@@ -104,6 +106,7 @@ class GA {
   std::string CommandFolder() const;
   std::string ResultsFolder() const;
   void WriteResultsPage(const std::string& resultsFolder) const;
+  void WriteModelScript() const;
 };
 
 /// The search that a saved state describes, of the kind that wrote it. Throws `VtnException` when

@@ -10,26 +10,24 @@
 #include "model/Perspective.h"
 #include "model/Subsystem.h"
 #include "model/VtnException.h"
+#include "optimisation/FixedASILEncoding.h"
 #include "optimisation/FixedEncoding.h"
+#include "optimisation/TreeASILEncoding.h"
 #include "optimisation/TreeEncoding.h"
 
 namespace FTS {
-
-namespace {
-
-[[noreturn]] void RefuseSafetyLevels() {
-  throw VtnException("The allocation of safety levels is not available in this version.");
-}
-
-}  // namespace
 
 std::unique_ptr<Encoding> Model::CreateFixedEncoding() {
   return std::make_unique<FixedEncoding>(*this, true);
 }
 
-std::unique_ptr<Encoding> Model::CreateFixedASILEncoding() { RefuseSafetyLevels(); }
+std::unique_ptr<Encoding> Model::CreateFixedASILEncoding() {
+  return std::make_unique<FixedASILEncoding>(*this, true);
+}
 
-std::unique_ptr<Encoding> Model::CreateTreeASILEncoding() { RefuseSafetyLevels(); }
+std::unique_ptr<Encoding> Model::CreateTreeASILEncoding() {
+  return std::make_unique<TreeASILEncoding>(*this, nullptr);
+}
 
 std::unique_ptr<Encoding> Model::CreateTreeEncoding() {
   return std::make_unique<TreeEncoding>(*this, true);
@@ -43,7 +41,9 @@ std::unique_ptr<Encoding> Model::LoadFixedEncoding(XmlElement element) {
   return std::make_unique<FixedEncoding>(*this, element);
 }
 
-std::unique_ptr<Encoding> Model::LoadFixedASILEncoding(XmlElement) { RefuseSafetyLevels(); }
+std::unique_ptr<Encoding> Model::LoadFixedASILEncoding(XmlElement element) {
+  return std::make_unique<FixedASILEncoding>(*this, element);
+}
 
 Model* Model::EvaluateInClone(const Encoding& encoding, bool copy, std::unique_ptr<Model>& clone) {
   Model* working = this;
@@ -97,6 +97,9 @@ std::unique_ptr<Encoding> LoadEncoding(Model& model, XmlElement element) {
   }
   if (const XmlElement levels = element.FirstChild("FixedASILEncoding")) {
     return model.LoadFixedASILEncoding(levels);
+  }
+  if (const XmlElement levels = element.FirstChild("TreeASILEncoding")) {
+    return std::make_unique<TreeASILEncoding>(model, levels);
   }
   throw VtnException(
       "Missing element FixedEncoding, TreeEncoding or FixedASILEncoding in saved state");

@@ -32,9 +32,8 @@ std::optional<SeededGenerator>& TheGenerator() {
 }
 
 std::int64_t SeedFromTime() {
-  std::int64_t seed = 0;
-  while (seed == 0) seed = Clock::CalendarSeconds();
-  return seed;
+  const std::int64_t seconds = Clock::CalendarSeconds();
+  return seconds == 0 ? 1 : seconds;
 }
 
 /// 0 and its multiples would stay what they are for ever.

@@ -2,11 +2,11 @@
 // rest.
 
 #include <array>
-#include <iostream>
 #include <sstream>
 #include <string_view>
 
 #include "optimisation/GA.h"
+#include "optimisation/ResultFiles.h"
 #include "output/PageLines.h"
 #include "platform/FileSystem.h"
 
@@ -50,9 +50,7 @@ void GA::WriteResultsPage(const std::string& resultsFolder) const {
       << "</table>\n"
       << "</body>\n"
       << "</html>\n";
-  if (!ReplaceFile(path, out.str())) {
-    std::cerr << "ERROR: Could not open XML file to write: " << path << '\n';
-  }
+  WriteResultFile(path, out.str());
 }
 
 }  // namespace FTS

@@ -12,13 +12,14 @@
 #include "model/NumberText.h"
 #include "model/Objective.h"
 #include "model/VtnException.h"
+#include "optimisation/CoitGA.h"
 #include "optimisation/GA.h"
 #include "optimisation/Individual.h"
 #include "optimisation/NSGA.h"
 #include "optimisation/NonDominatedPopulation.h"
 #include "optimisation/Random.h"
+#include "optimisation/ResultFiles.h"
 #include "optimisation/SavedStateText.h"
-#include "output/ScriptText.h"
 #include "platform/Clock.h"
 #include "platform/FileSystem.h"
 
@@ -84,12 +85,6 @@ void ReadEncodingType(std::string_view word) {
   if (!config.decomposeSILs) config.encodingType = row->type;
 }
 
-void WriteOrTell(const std::string& path, const std::string& text) {
-  if (!ReplaceFile(path, text)) {
-    std::cerr << "ERROR: Could not open XML file to write: " << path << '\n';
-  }
-}
-
 }  // namespace
 
 void GA::WriteState() {
@@ -107,9 +102,8 @@ void GA::WriteState() {
   CreateFolders(ResultsFolder());
   const std::string stem = JoinPath(ResultsFolder(), GetRunName());
   const std::string text = document.Text();
-  WriteOrTell(stem + ".xml", text);
-  // A page that is opened from the disk may read a script beside it, but no document.
-  WriteOrTell(stem + ".js", "var OptimisationResults = '" + EscapedForScript(text) + "';\n");
+  WriteResultFile(stem + ".xml", text);
+  WriteScript(stem + ".js", "OptimisationResults", text);
 }
 
 void GA::ReadState(XmlElement element, const std::string& path) {
@@ -184,6 +178,16 @@ NSGA::NSGA(Model& initModel, XmlElement element, const std::string& statePath,
   ReportLoaded(start, loaded, FirstFrontierSize());
 }
 
+CoitGA::CoitGA(Model& initModel, XmlElement element, const std::string& statePath,
+               const std::string& modelPath, std::int32_t initRunNumber)
+    : GA(initModel, modelPath, initRunNumber),
+      mutationCount(MutationsFor(Config::Instance().populationSize)) {
+  const long long start = Clock::Milliseconds();
+  ReadState(element, statePath);
+  frontiers = ReadIndividuals(RequiredPart(element, "Population", statePath), "population");
+  ReportLoaded(start, uncheckedPopulation.size() + frontiers.size(), 0);
+}
+
 std::unique_ptr<GA> LoadState(Model& model, const std::string& statePath,
                               const std::string& modelPath, std::int32_t runNumber) {
   const XmlDocument document = XmlDocument::LoadFile(statePath);
@@ -193,8 +197,11 @@ std::unique_ptr<GA> LoadState(Model& model, const std::string& statePath,
   }
   const XmlElement root = document.FirstChild("Vel-Tarn_Results");
   if (!root) throw VtnException("Missing element Vel-Tarn_Results in saved state: " + statePath);
-  const XmlElement state = RequiredPart(root, "NSGA", statePath);
-  return std::make_unique<NSGA>(model, state, statePath, modelPath, runNumber);
+  if (const XmlElement state = root.FirstChild("NSGA")) {
+    return std::make_unique<NSGA>(model, state, statePath, modelPath, runNumber);
+  }
+  const XmlElement state = RequiredPart(root, "CoitGA", statePath);
+  return std::make_unique<CoitGA>(model, state, statePath, modelPath, runNumber);
 }
 
 }  // namespace FTS

@@ -12,6 +12,7 @@
 #include "model/Subsystem.h"
 #include "model/VtnException.h"
 #include "optimisation/Random.h"
+#include "optimisation/RedundancyBenchmark.h"
 #include "optimisation/SavedStateText.h"
 
 namespace FTS {
@@ -265,9 +266,48 @@ XmlOutputElement TreeEncoding::ToXML(XmlOutputElement parent) const {
   return element;
 }
 
-double TreeEncoding::GetProduct() const { return 0.0; }
-double TreeEncoding::GetSum1() const { return 0.0; }
-double TreeEncoding::GetSum2() const { return 0.0; }
+double TreeEncodingNode::GetNodeReliability() const {
+  const int subsystem = TreeBenchmarkSubsystem(componentName);
+  if (subsystem != 0) return BenchmarkChoiceOf(subsystem, implementationIndex + 1).reliability;
+  // What is inside works in parallel.
+  double failing = 1.0;
+  for (const Pointer& node : subNodes) failing *= 1.0 - node->GetNodeReliability();
+  return 1.0 - failing;
+}
+
+double TreeEncodingNode::GetNodeCost() const {
+  const int subsystem = TreeBenchmarkSubsystem(componentName);
+  if (subsystem != 0) return BenchmarkChoiceOf(subsystem, implementationIndex + 1).cost;
+  double sum = 0.0;
+  for (const Pointer& node : subNodes) sum += node->GetNodeCost();
+  return sum;
+}
+
+double TreeEncodingNode::GetNodeWeight() const {
+  const int subsystem = TreeBenchmarkSubsystem(componentName);
+  if (subsystem != 0) return BenchmarkChoiceOf(subsystem, implementationIndex + 1).weight;
+  double sum = 0.0;
+  for (const Pointer& node : subNodes) sum += node->GetNodeWeight();
+  return sum;
+}
+
+double TreeEncoding::GetProduct() const {
+  double product = 1.0;
+  for (const auto& node : nodes) product *= node->GetNodeReliability();
+  return product;
+}
+
+double TreeEncoding::GetSum1() const {
+  double sum = 0.0;
+  for (const auto& node : nodes) sum += node->GetNodeCost();
+  return sum;
+}
+
+double TreeEncoding::GetSum2() const {
+  double sum = 0.0;
+  for (const auto& node : nodes) sum += node->GetNodeWeight();
+  return sum;
+}
 
 void TreeEncoding::Print(std::ostream& stream, int indent) const {
   PrintLine(stream, indent, "TREE ENCODING");

@@ -38,6 +38,10 @@ class TreeEncodingNode : public IPrintable {
   /// Makes the choices in a model, from here down.
   void Apply(Model& target) const;
   void ToXML(XmlOutputElement parent) const;
+  /// By the tables of the redundancy benchmark.
+  double GetNodeReliability() const;
+  double GetNodeCost() const;
+  double GetNodeWeight() const;
 
   std::string componentName;  ///< Full name.
   std::int32_t implementationIndex = 0;

@@ -7,6 +7,8 @@
 #include "app/DiagnosticLog.h"
 #include "app/ProgramPath.h"
 #include "faulttree/FaultTreeNode.h"
+#include "optimisation/Individual.h"
+#include "optimisation/Random.h"
 
 namespace FTS {
 
@@ -34,7 +36,8 @@ class ProcessStateTest : public ::testing::Test {
     Prime::Release();
     SetProgramPath("");
     NodeCounters::Reset();
-    // The random source is reset here too, in this one place.
+    ReleaseRandom();
+    Individual::ResetProcessState();
   }
 };
 

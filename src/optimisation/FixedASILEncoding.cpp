@@ -1,0 +1,150 @@
+#include "optimisation/FixedASILEncoding.h"
+
+#include <algorithm>
+#include <iostream>
+#include <utility>
+
+#include "app/Config.h"
+#include "faulttree/BasicEvent.h"
+#include "model/Component.h"
+#include "model/Model.h"
+#include "model/NumberText.h"
+#include "model/Perspective.h"
+#include "model/PrintLine.h"
+#include "model/Subsystem.h"
+#include "optimisation/Random.h"
+#include "optimisation/SavedStateText.h"
+
+namespace FTS {
+
+namespace {
+
+constexpr int Levels = 5;
+constexpr float EvenChance = 0.5F;
+
+}  // namespace
+
+std::int32_t RandomLevel() { return RandomIndex(Levels); }
+
+std::string EventText(const BasicEvent& event) {
+  const std::shared_ptr<Component> owner = event.owner.lock();
+  return owner ? owner->GetFullNameText() + ":" + event.name : event.name;
+}
+
+std::string PrimeText(double prime) { return FormatFixed(prime, 0); }
+
+FixedASILEncodingNode::FixedASILEncodingNode(const BasicEvent& event)
+    : FixedASILEncodingNode(EventText(event), event.prime, RandomLevel()) {
+  std::cout << level << '\n';
+}
+
+FixedASILEncodingNode::FixedASILEncodingNode(std::string initName, double initPrime,
+                                             std::int32_t initLevel)
+    : name(std::move(initName)), prime(initPrime), level(initLevel) {}
+
+FixedASILEncodingNode::FixedASILEncodingNode(XmlElement element)
+    : name(RequiredText(RequiredChild(element, "Component"), "Name")),
+      prime(RequiredDouble(RequiredChild(element, "Component"), "ID")),
+      level(RequiredInteger(RequiredChild(element, "Component"), "SafetyRequirement")) {}
+
+std::string FixedASILEncodingNode::GetName() const {
+  const std::size_t colon = name.rfind(':');
+  return colon == std::string::npos ? "None" : name.substr(colon + 1);
+}
+
+void FixedASILEncodingNode::Print(std::ostream& stream, int indent) const {
+  PrintLine(stream, indent, name + ": " + std::to_string(level));
+}
+
+void FixedASILEncodingNode::ToXML(XmlOutputElement parent) const {
+  const XmlOutputElement component = parent.Add("EncodingNode").Add("Component");
+  component.Add("BasicEvent", GetName());
+  component.Add("Name", name);
+  component.Add("ID", PrimeText(prime));
+  component.Add("SafetyRequirement", std::to_string(level));
+}
+
+FixedASILEncoding::FixedASILEncoding(Model& initModel, bool buildNodes)
+    : type(EncodingType::FixedAsil), model(&initModel) {
+  if (!buildNodes) return;
+  for (const auto& [prime, event] : model->basicEvents) {
+    nodes.push_back(std::make_unique<FixedASILEncodingNode>(*event));
+  }
+}
+
+FixedASILEncoding::FixedASILEncoding(Model& initModel, XmlElement element)
+    : type(EncodingType::FixedAsil), model(&initModel) {
+  for (XmlElement item = element.FirstChild(); item; item = item.NextSibling()) {
+    nodes.push_back(std::make_unique<FixedASILEncodingNode>(item));
+  }
+}
+
+FixedASILEncoding::~FixedASILEncoding() = default;
+
+bool FixedASILEncoding::Mutate(double rate) {
+  bool changed = false;
+  for (const auto& node : nodes) {
+    if (rate > static_cast<double>(RandomUniform())) {
+      const std::int32_t level = RandomUniform() <= EvenChance ? RandomLevel() : 0;
+      changed |= level != node->level;
+      node->level = level;
+    }
+    std::cout << node->level << '\n';
+  }
+  return changed;
+}
+
+std::unique_ptr<Encoding> FixedASILEncoding::Crossover(const Encoding& other) const {
+  const auto* partner = dynamic_cast<const FixedASILEncoding*>(&other);
+  if (!partner || partner->nodes.size() != nodes.size()) return nullptr;
+  auto child = std::make_unique<FixedASILEncoding>(*model, false);
+  for (std::size_t i = 0; i < nodes.size(); ++i) {
+    const auto& chosen = RandomUniform() <= EvenChance ? nodes[i] : partner->nodes[i];
+    child->nodes.push_back(
+        std::make_unique<FixedASILEncodingNode>(nodes[i]->name, nodes[i]->prime, chosen->level));
+  }
+  return child;
+}
+
+std::unique_ptr<Encoding> FixedASILEncoding::Clone() const {
+  auto copy = std::make_unique<FixedASILEncoding>(*model, false);
+  for (const auto& node : nodes) {
+    copy->nodes.push_back(
+        std::make_unique<FixedASILEncodingNode>(node->name, node->prime, node->level));
+  }
+  return copy;
+}
+
+void FixedASILEncoding::Apply(Model& target) const {
+  for (const auto& node : nodes) {
+    const auto event = target.basicEvents.find(node->prime);
+    if (event != target.basicEvents.end()) event->second->safetyRequirement = node->level;
+  }
+  for (const auto& [name, perspective] : target.perspectives) {
+    if (!perspective->rootSubsystem) continue;
+    perspective->rootSubsystem->ForgetPortExpressions();
+    perspective->rootSubsystem->BuildPortExpressions();
+  }
+}
+
+bool FixedASILEncoding::Equals(const Encoding& other) const {
+  const auto* allocation = dynamic_cast<const FixedASILEncoding*>(&other);
+  return allocation && std::equal(nodes.begin(), nodes.end(), allocation->nodes.begin(),
+                                  allocation->nodes.end(), [](const auto& left, const auto& right) {
+                                    return left->level == right->level &&
+                                           left->GetName() == right->GetName();
+                                  });
+}
+
+XmlOutputElement FixedASILEncoding::ToXML(XmlOutputElement parent) const {
+  const XmlOutputElement element = parent.Add("FixedASILEncoding");
+  for (const auto& node : nodes) node->ToXML(element);
+  return element;
+}
+
+void FixedASILEncoding::Print(std::ostream& stream, int indent) const {
+  PrintLine(stream, indent, "FIXED ASIL ENCODING");
+  for (const auto& node : nodes) node->Print(stream, indent + NestedIndent);
+}
+
+}  // namespace FTS
