@@ -33,9 +33,15 @@ void TerminateLoops(Model& model, bool quiet) {
   }
 }
 
-void ApplyCoverage(FaultTree& tree) {
+/// Mechanisms are input deviations, which contraction folds away, also out of what later trees
+/// share. So all trees are walked before the first is contracted, or only the first of two hazards
+/// with common logic would be covered.
+void ApplyCoverage(const Model& model) {
   if (!Config::Instance().isoMode) return;
-  if (const auto hazard = tree.source.lock()) tree.root->ApplyDiagnosticCoverage(*hazard, nullptr);
+  for (const auto& tree : model.faultTrees) {
+    const auto hazard = tree->unbreakable ? nullptr : tree->source.lock();
+    if (hazard) tree->root->ApplyDiagnosticCoverage(*hazard, nullptr);
+  }
 }
 
 void Fold(Model& model, FaultTreeNode& root, bool quiet) {
@@ -69,6 +75,7 @@ void Model::RefineTrees() {
   if (!quiet) std::cout << "Refining fault trees...\n";
   DetectAllCrazyLoops(*this, quiet);  // A loop once cut can't be judged.
   TerminateLoops(*this, quiet);
+  ApplyCoverage(*this);
   std::size_t i = 0;
   while (i < faultTrees.size()) {
     const std::shared_ptr<FaultTree> tree = faultTrees[i];
@@ -80,7 +87,6 @@ void Model::RefineTrees() {
       RemoveFaultTree(*tree);  // The next tree has moved to this index.
       continue;
     }
-    ApplyCoverage(*tree);
     Fold(*this, *tree->root, quiet);
     FindTreeContradictions(*tree);
     tree->root->RegisterBasicEvents(*this);
