@@ -14,6 +14,8 @@
 
 namespace FTS {
 
+class Workbook;
+
 /// One top event: the graph below it, its minimal cut sets once they are found, and its figures.
 class FaultTree : public IVisitable,
                   public IPrintable,
@@ -92,6 +94,27 @@ class FaultTree : public IVisitable,
   std::map<int, int> CountCutSetsByOrder() const;
   /// Enters this tree as the effect of each event of its cut sets.
   void AddToFMEA(FMEA& fmea);
+
+  // Hardware metrics: analysis/HardwareMetrics.cpp
+
+  /// The failure rates of the components behind the cut sets, each counted once. Sets
+  /// `totalFailureRate` and returns it.
+  double ComputeTotalFailureRate(const Model& model);
+  /// The single-point and the latent fault metric of ISO 26262 for the goal that this tree
+  /// violates. Sets `totalFailureRate`, `singlePointMetric` and `latentFaultMetric`; NaN or an
+  /// infinity where the rates are 0.
+  void ComputeHardwareMetrics(const Model& model);
+
+  // The spreadsheet workbooks: output/ExcelWorkbook.cpp, output/CutSetRows.cpp,
+  // output/ISO26262Workbook.cpp
+
+  /// This tree's row of the contents: link, numbers of cut sets of the orders 1 to `lastOrder`,
+  /// sum.
+  void WriteNavigationRow(Workbook& stream, int lastOrder) const;
+  /// The sheet with this tree's figures and cut sets.
+  void WriteCutSetSheet(Workbook& stream) const;
+  /// The sheet that calculates this tree's hardware metrics in formulas.
+  void WriteISO26262Sheet(Workbook& stream) const;
 
   CutSetMap cutSets;                        ///< The result, by prime product; owned.
   std::unique_ptr<CutSetIndex> primeIndex;  ///< Finds `cutSets` by event; never null.
