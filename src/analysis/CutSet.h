@@ -16,6 +16,8 @@
 
 namespace FTS {
 
+class Workbook;
+
 /// How one cut set's signature stands to another's.
 enum class Inclusion { Unrelated = 0, Within = 1, Around = 2 };
 
@@ -105,6 +107,10 @@ class CutSet : public IPrime, public ISafetyRequirementTarget {
   /// The cached figure, computed when it has not been yet.
   double GetUnavailability();
   double GetFrequency();
+
+  /// A row for each member in a workbook: the name in `column`, and in the first row, in the two
+  /// columns behind, the figures. The first row is open already, with what stands before.
+  void WriteExcelRows(Workbook& stream, int column);
 
   /// "<size>{<names joined by ", ">}", for warnings.
   std::string ToText() const;

@@ -14,6 +14,8 @@
 
 namespace FTS {
 
+class Workbook;
+
 /// Failure modes and effects: for each component its events, and for each event the trees whose top
 /// event it causes, alone (direct effects) or together with others (further effects).
 class FMEA : public IPrintable, public IVisitable {
@@ -32,6 +34,13 @@ class FMEA : public IPrintable, public IVisitable {
   /// The trees under the event's prime; empty when there are none.
   const Trees& GetDirectEffects(const BasicEvent& event) const;
   const Trees& GetFurtherEffects(const BasicEvent& event) const;
+
+  // The spreadsheet workbook: output/ExcelWorkbook.cpp
+
+  /// The rows of one failure mode: its effects of each kind, and how it contributes to those it
+  /// does not cause alone.
+  void WriteDirectEffectRows(Workbook& stream, const BasicEvent& event) const;
+  void WriteFurtherEffectRows(Workbook& stream, const BasicEvent& event) const;
 
   /// By the owning component's full name, or by the node type's text for events without owner;
   /// within a component by ascending prime.

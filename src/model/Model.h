@@ -17,6 +17,7 @@
 namespace FTS {
 
 class Encoding;
+class Workbook;
 
 /// Everything that a model file describes and that a run derives from it. A reader fills it,
 /// `Synthesise` grows fault trees in it, `Analyse` works on them, `OutputResults` writes them;
@@ -143,6 +144,20 @@ class Model : public IVisitable {
   /// configurable component, synthesises and analyses; in a clone on demand. False at the first
   /// selection that leaves a component empty, and nothing is analysed then.
   virtual bool ApplyAndEvaluate(const std::string& selections, bool inClone);
+
+  // Spreadsheet workbooks: output/ExcelWorkbook.cpp, output/ISO26262Workbook.cpp; and figures for
+  // scripts on standard output: output/EPMBlock.cpp
+
+  /// Contents, the two tables of effects and a sheet for each tree. A file that cannot be written
+  /// is an error in the log. Throws std::filesystem::filesystem_error when the folder cannot be
+  /// made.
+  void WriteExcelWorkbook();
+  /// The hardware metrics of ISO 26262, one sheet for all trees and one for each. Fails likewise.
+  void WriteISO26262Workbook();
+  /// Makes the file, whose name holds `word` unless it is empty, and writes what is in front of the
+  /// sheets. Null when the file cannot be written; fails likewise.
+  std::unique_ptr<Workbook> WriteWorkbookHead(const std::string& word) const;
+  void WriteEPMBlock() const;
 
   // Life cycle: model/ModelCloning.cpp
 

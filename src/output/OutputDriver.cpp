@@ -21,11 +21,9 @@ struct UnavailableType {
   const char* word;  // As users type it.
 };
 
-constexpr UnavailableType BeforeExchange[] = {
-    {OutputType::OpenPsa, "OPENPSA"}, {OutputType::Excel, "EXCEL"},
-    {OutputType::Problog, "PROBLOG"}, {OutputType::Iso, "ISO"},
-    {OutputType::Epm, "EPM"},
-};
+constexpr UnavailableType OpenPsa = {OutputType::OpenPsa, "OPENPSA"};
+constexpr UnavailableType Problog = {OutputType::Problog, "PROBLOG"};
+
 bool Wants(std::int32_t bit) { return (Config::Instance().outputTypes & bit) != 0; }
 
 void WarnIfWanted(const UnavailableType& type) {
@@ -66,7 +64,11 @@ void WriteResults(Model& model, bool quiet) {
 
 void Model::OutputResults() {
   const bool quiet = Config::Instance().runSilent;
-  for (const UnavailableType& type : BeforeExchange) WarnIfWanted(type);
+  WarnIfWanted(OpenPsa);
+  if (Wants(OutputType::Excel)) WriteExcelWorkbook();
+  WarnIfWanted(Problog);
+  if (Wants(OutputType::Iso)) WriteISO26262Workbook();
+  if (Wants(OutputType::Epm)) WriteEPMBlock();
   if (Wants(OutputType::Ftp)) {
     // The library that writes the project is not to be had on this platform.
     DiagnosticLog::Instance().AddWarning(

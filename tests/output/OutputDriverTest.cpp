@@ -80,6 +80,37 @@ TEST_F(OutputDriverTest, ResultsMakeTheirOwnFolderAndFile) {
             "Generating XML results to Results.xml\n" + folder.Path(ResultsFile) + "\n");
 }
 
+TEST_F(OutputDriverTest, WorkbookOfResultsIsWrittenAlone) {
+  Run(OutputType::Excel);
+  EXPECT_TRUE(folder.Contains("brake.v2-FMEAOutput/brake.v2_Excel.xml"));
+  EXPECT_FALSE(folder.Contains("brake.v2-FMEAOutput/brake.v2_ISO26262_Excel.xml"));
+  EXPECT_FALSE(folder.Contains(TreesFile));
+  EXPECT_TRUE(Warnings().empty());
+}
+
+TEST_F(OutputDriverTest, WorkbookOfMetricsIsWrittenAloneAndWithoutAWord) {
+  brake.Get().faultTrees.clear();
+  Run(OutputType::Iso);
+  EXPECT_TRUE(folder.Contains("brake.v2-FMEAOutput/brake.v2_ISO26262_Excel.xml"));
+  EXPECT_FALSE(folder.Contains("brake.v2-FMEAOutput/brake.v2_Excel.xml"));
+  EXPECT_EQ(streams.Output(), "");
+  EXPECT_TRUE(Warnings().empty());
+}
+
+TEST_F(OutputDriverTest, ConsoleBlockWritesNoFile) {
+  Run(OutputType::Epm);
+  EXPECT_TRUE(std::filesystem::is_empty(folder.Path()));
+  EXPECT_TRUE(Warnings().empty());
+}
+
+TEST_F(OutputDriverTest, WorkbooksComeFirstAndTheConsoleBlockBehindThem) {
+  brake.Get().fmea = nullptr;
+  brake.Get().faultTrees.clear();
+  Run(OutputType::Excel | OutputType::Iso | OutputType::Epm | OutputType::Xml);
+  EXPECT_EQ(streams.Output(),
+            "EPM_Output\nSystemRisk: 0\nEnd_EPM_Output\nGenerating XML results\n");
+}
+
 TEST_F(OutputDriverTest, SilentRunWritesWithoutAWord) {
   Config::Instance().runSilent = true;
   Config::Instance().openResultTypes = OutputType::Html;
@@ -195,14 +226,8 @@ TEST_P(MissingTypeTest, IsAWarningAndLaterStepsRun) {
 
 INSTANTIATE_TEST_SUITE_P(
     Types, MissingTypeTest,
-    ::testing::Values(MissingTypeCase{"EXCEL", OutputType::Excel,
-                                      "Output type EXCEL is not available in this version."},
-                      MissingTypeCase{"PROBLOG", OutputType::Problog,
+    ::testing::Values(MissingTypeCase{"PROBLOG", OutputType::Problog,
                                       "Output type PROBLOG is not available in this version."},
-                      MissingTypeCase{"ISO", OutputType::Iso,
-                                      "Output type ISO is not available in this version."},
-                      MissingTypeCase{"EPM", OutputType::Epm,
-                                      "Output type EPM is not available in this version."},
                       MissingTypeCase{
                           "FTP", OutputType::Ftp,
                           "Fault Tree Plus DLL not found - Output to FT+ is not possible."}),
@@ -217,13 +242,10 @@ TEST_F(OutputDriverTest, ExchangeFileIsMissedBeforeXmlIsWritten) {
 }
 
 TEST_F(OutputDriverTest, StepsHaveAFixedOrder) {
-  Run(OutputType::Epm | OutputType::Iso | OutputType::Problog | OutputType::Excel |
-      OutputType::Ftp);
+  Run(OutputType::Problog | OutputType::OpenPsa | OutputType::Ftp);
   EXPECT_EQ(Warnings(), std::vector<std::string>(
-                            {"Output type EXCEL is not available in this version.",
+                            {"Output type OPENPSA is not available in this version.",
                              "Output type PROBLOG is not available in this version.",
-                             "Output type ISO is not available in this version.",
-                             "Output type EPM is not available in this version.",
                              "Fault Tree Plus DLL not found - Output to FT+ is not possible."}));
 }
 
