@@ -26,7 +26,7 @@
 namespace FTS {
 namespace {
 
-/// How many further columns the rows of a table of effects cover.
+/// A table of effects; how many further columns its link and its components' rows cover.
 struct EffectTable {
   const char* name;
   int linkMerge;
@@ -95,6 +95,8 @@ void WriteContents(Workbook& out, const Model& model) {
 
 void WriteComponentRows(Workbook& out, const FMEA& fmea, const std::string& component,
                         const EffectTable& table) {
+  constexpr int RowsInFront = 3;
+  if (!out.HasRoom(RowsInFront)) return;
   out.EmptyRow(table.componentMerge);
   out.StartRow();
   out.Text({.style = "boldCenterAllBorders", .mergeAcross = table.componentMerge},
