@@ -1,5 +1,6 @@
 #include "app/ModelReading.h"
 
+#include "input/ParserSimX.h"
 #include "input/vtnxParser.h"
 #include "model/Model.h"
 #include "model/VtnException.h"
@@ -18,10 +19,6 @@ std::unique_ptr<Model> ReadXmlModel(const std::string& path) {
   return parser.Parse();
 }
 
-std::unique_ptr<Model> ReadTextModel(const std::string& path) {
-  throw VtnException("Text models cannot be read by this version: " + path);
-}
-
 }  // namespace
 
 bool IsXmlModelFile(const std::string& path) {
@@ -32,7 +29,7 @@ bool IsXmlModelFile(const std::string& path) {
 
 std::unique_ptr<Model> ReadModel(const std::string& path, bool useXmlParser) {
   if (useXmlParser || IsXmlModelFile(path)) return ReadXmlModel(path);
-  return ReadTextModel(path);
+  return CreateTextParser(path)->Parse();
 }
 
 }  // namespace FTS

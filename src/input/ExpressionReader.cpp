@@ -15,13 +15,16 @@ namespace {
 /// Makes a lexer the one that is read from, until the end of the expression or an exception.
 class CurrentLexer {
  public:
-  CurrentLexer(Lexer*& initHolder, Lexer& lexer) : holder(initHolder) { holder = &lexer; }
-  ~CurrentLexer() { holder = nullptr; }
+  CurrentLexer(Lexer*& initHolder, Lexer& lexer) : holder(initHolder), before(initHolder) {
+    holder = &lexer;
+  }
+  ~CurrentLexer() { holder = before; }
   CurrentLexer(const CurrentLexer&) = delete;
   CurrentLexer& operator=(const CurrentLexer&) = delete;
 
  private:
   Lexer*& holder;
+  Lexer* before;  // That of a text file, null in documents.
 };
 
 }  // namespace

@@ -5,10 +5,12 @@
 
 #include "app/DiagnosticLog.h"
 #include "faulttree/DeviationProxies.h"
+#include "faulttree/ProxyNode.h"
 #include "input/ExpressionReader.h"
 #include "input/Lexer.h"
 #include "input/Parser.h"
 #include "model/Model.h"
+#include "model/VtnException.h"
 
 namespace FTS {
 namespace {
@@ -30,12 +32,13 @@ class HazardExpressionReader : public ExpressionReader {
   NodePointer ReadOperand() override;
   std::string Owner() const override { return "hazard: " + hazard; }
 
+  NodePointer ReadDeviation();
+
  private:
   /// The longest part of an expression that a message quotes, in bytes.
   static constexpr std::size_t LongestQuotation = 1 << 20;
 
   NodePointer ReadPrimary();
-  NodePointer ReadDeviation();
   void ReportUnknownNode() const;
 
   const std::string& expression;
@@ -100,12 +103,39 @@ void HazardExpressionReader::ReportUnknownNode() const {
                " [line number : " + LineText() + "]");
 }
 
+/// The language of text models: no NOT, and what is no deviation ends the reading.
+class TextHazardExpressionReader : public HazardExpressionReader {
+ public:
+  using HazardExpressionReader::HazardExpressionReader;
+
+ protected:
+  NodePointer ReadOperand() override;
+};
+
+TextHazardExpressionReader::NodePointer TextHazardExpressionReader::ReadOperand() {
+  if (lexer.NextIs(TokenType::LeftParenthesis)) {
+    const auto bracket = std::make_shared<ProxyNode>(NodeType::NullOp, "Sub-Expression", &model);
+    bracket->AddChild(ReadParenthesised());
+    return bracket;
+  }
+  NodePointer deviation = HeadIsName() && HeadIsClass() ? ReadDeviation() : nullptr;
+  if (!deviation) throw ParseException("Unknown Hazard Node!", LineNumber());
+  return deviation;
+}
+
 }  // namespace
 
 Parser::NodePointer Parser::BuildHazardExpression(const std::string& expression,
                                                   const std::string& hazard) {
   HazardExpressionReader reader(*this, expressionLexer, *model, expression, hazard);
   return ReadExpression(reader, expression, 0);
+}
+
+Parser::NodePointer Parser::BuildTextHazardExpression(const std::string& expression,
+                                                      const std::string& hazard,
+                                                      std::int32_t startLine) {
+  TextHazardExpressionReader reader(*this, expressionLexer, *model, expression, hazard);
+  return ReadExpression(reader, expression, startLine);
 }
 
 }  // namespace FTS

@@ -62,8 +62,8 @@ bool IsPlaceholder(const FaultTreeNode& node) {
 class LineExpressionReader : public ExpressionReader {
  public:
   LineExpressionReader(Parser& initParser, Lexer& initLexer, Model& initModel, const Line& initLine,
-                       const std::string& failureName, const std::string& initLineClass)
-      : ExpressionReader(initParser, initLexer, initModel, Levels, " [" + failureName + "]"),
+                       std::string initGateSuffix, const std::string& initLineClass)
+      : ExpressionReader(initParser, initLexer, initModel, Levels, std::move(initGateSuffix)),
         line(initLine),
         lineClass(initLineClass) {}
 
@@ -71,13 +71,18 @@ class LineExpressionReader : public ExpressionReader {
   NodePointer ReadOperand() override;
   std::string Owner() const override { return "line: " + line.GetName(); }
 
+  /// Answers a failure class that is not the line's: a warning here.
+  virtual void AnswerOtherClass(const std::string& message);
+  /// Tells the log of a token that begins no operand.
+  virtual void ReportUnknownPort() const;
+
  private:
   NodePointer ReadBracket();
   NodePointer TakePlaceholder(const char* name, NodeType type);
   NodePointer ReadPort();
   std::string ReadReferenceClass();
   std::shared_ptr<Port> FindPort(const std::string& path) const;
-  [[noreturn]] void RefuseToken();
+  [[noreturn]] void RefuseToken() const;
 
   const Line& line;
   const std::string& lineClass;
@@ -95,9 +100,17 @@ LineExpressionReader::NodePointer LineExpressionReader::ReadOperand() {
   RefuseToken();
 }
 
-void LineExpressionReader::RefuseToken() {
+void LineExpressionReader::AnswerOtherClass(const std::string& message) {
+  DiagnosticLog::Instance().AddWarning(message);
+}
+
+void LineExpressionReader::ReportUnknownPort() const {
   DiagnosticLog::Instance().AddError("Unknown Port Node! (" + HeadText() +
                                      ") [line number : " + LineText() + "]");
+}
+
+void LineExpressionReader::RefuseToken() const {
+  ReportUnknownPort();
   throw ParseException("Unknown Port Node!", LineNumber());
 }
 
@@ -139,9 +152,8 @@ std::string LineExpressionReader::ReadReferenceClass() {
   }
   std::string found = TakeFailureClass();
   if (found != lineClass) {
-    DiagnosticLog::Instance().AddWarning("Failure classes do not match in line: '" + lineClass +
-                                         "' and '" + found + "' " + line.GetName() +
-                                         " on line number: " + LineText());
+    AnswerOtherClass("Failure classes do not match in line: '" + lineClass + "' and '" + found +
+                     "' " + line.GetName() + " on line number: " + LineText());
   }
   return found;
 }
@@ -173,12 +185,35 @@ std::shared_ptr<Port> LineExpressionReader::FindPort(const std::string& path) co
   return port;
 }
 
+/// Reads from a text model's own tokens. Gates have no suffix there, and both faults end the
+/// reading, without an entry in the log.
+class TextLineExpressionReader : public LineExpressionReader {
+ public:
+  TextLineExpressionReader(Parser& initParser, Lexer& initLexer, Model& initModel,
+                           const Line& initLine, const std::string& initLineClass)
+      : LineExpressionReader(initParser, initLexer, initModel, initLine, "", initLineClass) {}
+
+ protected:
+  void AnswerOtherClass(const std::string& message) override {
+    throw ParseException(message, LineNumber());
+  }
+  // The exception that follows tells it.
+  void ReportUnknownPort() const override {}
+};
+
 }  // namespace
 
 void Parser::BuildLineExpression(std::string expression, const std::string& failureName, Line& line,
                                  std::int32_t startLine, const std::string& failureClass) {
-  LineExpressionReader reader(*this, expressionLexer, *model, line, failureName, failureClass);
+  LineExpressionReader reader(*this, expressionLexer, *model, line, " [" + failureName + "]",
+                              failureClass);
   line.AddConnection(failureName, ReadExpression(reader, std::move(expression), startLine));
+}
+
+void Parser::BuildTextLineExpression(const std::string& failureName, Line& line,
+                                     const std::string& failureClass) {
+  TextLineExpressionReader reader(*this, *currentLexer, *model, line, failureClass);
+  line.AddConnection(failureName, reader.ReadExpression());
 }
 
 }  // namespace FTS

@@ -11,6 +11,7 @@
 #include "faulttree/DeviationProxies.h"
 #include "faulttree/GotoNode.h"
 #include "input/ExpressionReader.h"
+#include "input/ModelParts.h"
 #include "input/Parser.h"
 #include "model/Component.h"
 #include "model/Deviation.h"
@@ -204,6 +205,15 @@ Parser::NodePointer Parser::BuildOutputExpression(std::string expression,
   component = owner->GetOwner();
   OutputExpressionReader reader(*this, expressionLexer, *model, component, *implementation, label);
   return ReadExpression(reader, std::move(expression), startLine);
+}
+
+void Parser::AttachExpression(const std::string& text, const std::string& label, std::int32_t line,
+                              IFailureCause& owner) {
+  if (text.empty()) return;
+  const NodePointer expression = BuildOutputExpression(text, implementation, label, line);
+  if (!expression) return;
+  owner.AddCause(std::make_unique<Cause>(text, model.get(), CertainProbability, expression),
+                 model.get());
 }
 
 }  // namespace FTS

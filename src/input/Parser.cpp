@@ -82,4 +82,8 @@ TokenPtr Parser::StringMatch(TokenType expected, const std::string& text) {
       "String Match Error #4: Incorrect Token type." + Expectation(expected, *found), line);
 }
 
+void Parser::AddFailureClass(const std::string& failureClass) {
+  if (!failureClass.empty()) model->AddFailureClass(failureClass);
+}
+
 }  // namespace FTS

@@ -56,14 +56,33 @@ class Parser {
   /// Reads the logic of the hazard of that name. The line in messages is counted from 0.
   NodePointer BuildHazardExpression(const std::string& expression, const std::string& hazard);
 
+  // The same in text models, which take less and refuse where documents warn: OR, AND and
+  // parentheses only, and what cannot be read throws ParseException.
+
+  /// Reads a port's failure from the head of the current lexer on, up to what does not belong to
+  /// it. A failure class other than that of the line throws ParseException too.
+  void BuildTextLineExpression(const std::string& failureName, Line& line,
+                               const std::string& failureClass);
+  /// Reads the logic of the hazard of that name.
+  NodePointer BuildTextHazardExpression(const std::string& expression, const std::string& hazard,
+                                        std::int32_t startLine);
+
+  /// Reads the one expression that a deviation of the implementation being read fails by. An empty
+  /// one leaves the deviation without logic.
+  void AttachExpression(const std::string& text, const std::string& label, std::int32_t line,
+                        IFailureCause& owner);
+
+  /// Tells the model of a failure class, unless the name is empty.
+  void AddFailureClass(const std::string& failureClass);
+
   /// Sets the expression lexer up on a text and lets `reader`, which reads from it, read one
-  /// expression. The lexer is the current one meanwhile.
+  /// expression. The lexer is the current one meanwhile, that of a text file again afterwards.
   NodePointer ReadExpression(ExpressionReader& reader, std::string text, std::int32_t startLine);
 
   bool ready = false;                    // The file is there and reading can begin.
   StringLexer fileNameLexer;             // Set up on the file's name.
   StringLexer expressionLexer;           // Set up anew for each expression.
-  Lexer* currentLexer = nullptr;         // Null while no expression is read.
+  Lexer* currentLexer = nullptr;         // Null while neither expression nor text file is read.
   std::unique_ptr<Model> model;          // Under construction; goes to the caller of `Parse`.
   std::shared_ptr<Component> component;  // Being read.
   std::shared_ptr<Implementation> implementation;  // Being read.

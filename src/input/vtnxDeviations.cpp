@@ -10,6 +10,7 @@
 #include "app/DiagnosticLog.h"
 #include "faulttree/FaultTreeNode.h"
 #include "input/ExpressionReader.h"
+#include "input/ModelParts.h"
 #include "input/XmlElements.h"
 #include "input/vtnxParser.h"
 #include "model/Component.h"
@@ -19,9 +20,6 @@
 
 namespace FTS {
 namespace {
-
-/// What an expression by itself counts as: a cause that always leads to the deviation.
-constexpr double CertainProbability = 1.0;
 
 struct StateExpression {
   std::string state;
@@ -51,19 +49,8 @@ std::vector<StateExpression> SplitStates(std::string_view text) {
   return states;
 }
 
-struct WrittenName {
-  bool hasHyphen;            // One without has been reported.
-  std::string failureClass;  // May be empty in front of a hyphen too.
-  std::string place;         // A port, or what is exported.
-};
-
 WrittenName SplitName(XmlElement element) {
-  const std::string name = ElementText(element, "Name");
-  const std::size_t hyphen = name.find('-');
-  if (hyphen != std::string::npos) return {true, name.substr(0, hyphen), name.substr(hyphen + 1)};
-  DiagnosticLog::Instance().AddError("Output Deviation " + name + " has no failure class." +
-                                     LineNumberNote(element));
-  return {false, "", name};
+  return SplitDeviationName(ElementText(element, "Name"), element.Row() + 1);
 }
 
 void Store(const std::shared_ptr<OutputDeviation>& deviation, const std::string& state,
@@ -156,15 +143,6 @@ void vtnxParser::ReadStateLogic(const std::string& text, const std::string& labe
     Store(next, piece.state, *implementation);
     next = MakeTwin(*deviation);
   }
-}
-
-void vtnxParser::AttachExpression(const std::string& text, const std::string& label,
-                                  std::int32_t line, IFailureCause& owner) {
-  if (text.empty()) return;
-  const NodePointer expression = BuildOutputExpression(text, implementation, label, line);
-  if (!expression) return;
-  owner.AddCause(std::make_unique<Cause>(text, model.get(), CertainProbability, expression),
-                 model.get());
 }
 
 void vtnxParser::ReadCauses(XmlElement element, IFailureCause& owner, const LogicReader& read) {

@@ -5,11 +5,10 @@
 #include <iterator>
 #include <vector>
 
-#include "app/Config.h"
 #include "app/DiagnosticLog.h"
 #include "faulttree/BasicEvent.h"
-#include "faulttree/CommonCauseNodes.h"
 #include "input/ExpressionReader.h"
+#include "input/ModelParts.h"
 #include "input/XmlElements.h"
 #include "input/vtnxParser.h"
 #include "model/CCF.h"
@@ -88,35 +87,19 @@ void vtnxParser::ReadFailureData(XmlElement element) {
 }
 
 void vtnxParser::ReadBasicEvents(XmlElement data) {
-  constexpr double WholeDistribution = 100.0;
-  bool distributed = false;
-  double total = 0.0;
+  DistributionTotal total;
   ForEachItem(data.FirstChild("BasicEvents"), "BasicEvent", [&](XmlElement item) {
-    const std::shared_ptr<BasicEvent> event = ReadBasicEvent(item, false);
-    if (!event || event->failureModel != FailureModel::DISTRIBUTION) return;
-    distributed = true;
-    total += event->GetParameter("Percentage");
+    if (const auto event = ReadBasicEvent(item, false)) total.Add(*event);
   });
-  if (!distributed || total == WholeDistribution) return;
-  DiagnosticLog::Instance().AddWarning(
-      "Total failure distribution for component: " + component->GetFullNameText() + " is " +
-      FormatDouble(total) + "% (should be 100%)");
+  total.Check(*component);
 }
 
 std::shared_ptr<BasicEvent> vtnxParser::ReadBasicEvent(XmlElement element, bool normal) {
-  const std::string name = ElementText(element, "Name");
-  if (implementation->basicEvents.contains(name)) return nullptr;
-  std::shared_ptr<BasicEvent> event;
-  if (normal) {
-    event = std::make_shared<NormalEvent>(name, model.get(), true);
-  } else {
-    event = std::make_shared<BasicEvent>(name, model.get(), true);
-  }
-  event->owner = component;
+  auto event = AddBasicEvent(ElementText(element, "Name"), normal, component, *implementation);
+  if (!event) return nullptr;
   event->description = ElementText(element, "Description");
-  implementation->AddBasicEvent(event);
   ReadUnavailabilityFormula(element.FirstChild("UnavailabilityFormula"), *event);
-  if (Config::Instance().quantitativeAnalysis) event->ComputeFailureData();
+  FinishEvent(*event);
   return event;
 }
 
@@ -131,17 +114,12 @@ void vtnxParser::ReadUnavailabilityFormula(XmlElement element, BasicEvent& event
 
 void vtnxParser::ReadPotentialCCF(XmlElement element) {
   const std::string name = ElementText(element, "Name");
-  const auto proxy = std::make_shared<PCCFProxy>(name, model.get());
-  proxy->owner = component;
-  proxy->node->owner = component;
-  proxy->description = ElementText(element, "Description");
-  if (const auto ccf = perspective->FindCCF(ElementText(element, "ACCF"))) {
-    proxy->Activate(ccf);
-  } else {
+  const auto ccf = perspective->FindCCF(ElementText(element, "ACCF"));
+  if (!ccf) {
     DiagnosticLog::Instance().AddError("Actual CCF not found for Potential CCF: " + name +
                                        LineNumberNote(element));
   }
-  implementation->AddPCCF(proxy);
+  AddPotentialCCF(name, ElementText(element, "Description"), ccf, component, *implementation);
 }
 
 void vtnxParser::ReadDiagnosticCoverage(XmlElement element) {

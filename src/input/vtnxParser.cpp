@@ -1,13 +1,12 @@
 #include "input/vtnxParser.h"
 
-#include <algorithm>
 #include <iostream>
-#include <limits>
 #include <optional>
 #include <utility>
 
 #include "app/Config.h"
 #include "app/ProgramPath.h"
+#include "input/ModelParts.h"
 #include "input/XmlElements.h"
 #include "model/Component.h"
 #include "model/DeviationName.h"
@@ -41,12 +40,6 @@ void Convert(const std::string& path) {
     std::cout << '"' << converter << "\" \"" << path << "\"\n";
   }
   Command::Run({converter, {path}});
-}
-
-/// A number of the document for a field of single precision, kept in its range.
-float ToFloat(double value) {
-  constexpr double Largest = std::numeric_limits<float>::max();
-  return static_cast<float>(std::clamp(value, -Largest, Largest));
 }
 
 }  // namespace
@@ -172,10 +165,6 @@ void vtnxParser::ReadState(XmlElement element) {
     state->transitions.push_back(std::make_shared<Transition>(
         ElementText(item, "Name"), cause, ElementText(item, "DestinationState"), state));
   });
-}
-
-void vtnxParser::AddFailureClass(const std::string& failureClass) {
-  if (!failureClass.empty()) model->AddFailureClass(failureClass);
 }
 
 std::string LineNumberNote(XmlElement element) {

@@ -89,11 +89,7 @@ class vtnxParser : public Parser {
   template <typename DeviationType>
   void ReadStateLogic(const std::string& text, const std::string& label, std::int32_t line,
                       const std::shared_ptr<DeviationType>& deviation);
-  void AttachExpression(const std::string& text, const std::string& label, std::int32_t line,
-                        IFailureCause& owner);
   void ReadCauses(XmlElement element, IFailureCause& owner, const LogicReader& read);
-
-  void AddFailureClass(const std::string& failureClass);
 
   std::string path;
   XmlDocument document;

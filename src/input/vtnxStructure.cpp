@@ -5,8 +5,8 @@
 #include <optional>
 #include <utility>
 
-#include "app/Config.h"
 #include "app/DiagnosticLog.h"
+#include "input/ModelParts.h"
 #include "input/XmlElements.h"
 #include "input/vtnxParser.h"
 #include "model/CCF.h"
@@ -20,43 +20,6 @@
 
 namespace FTS {
 namespace {
-
-constexpr const char* DefaultPerspectiveName = "DEFAULT";
-
-/// The most ports that a component may have to pass failures on.
-constexpr std::size_t MaxPropagatorPorts = 2;
-
-/// Gives a variable its value back.
-template <typename Type>
-class Restore {
- public:
-  explicit Restore(Type& initVariable) : variable(initVariable), value(initVariable) {}
-  ~Restore() { variable = std::move(value); }
-  Restore(const Restore&) = delete;
-  Restore& operator=(const Restore&) = delete;
-
- private:
-  Type& variable;
-  Type value;
-};
-
-struct BlockTypeWord {
-  std::string_view word;
-  HBlockType type;
-};
-
-constexpr BlockTypeWord BlockTypeWords[] = {
-    {"NotRefined", HBlockType::NOT_REFINED}, {"Not Refined", HBlockType::NOT_REFINED},
-    {"Refined", HBlockType::REFINED},        {"Both", HBlockType::BOTH},
-    {"Propagator", HBlockType::PROPAGATOR},
-};
-
-std::optional<HBlockType> FindBlockType(std::string_view word) {
-  for (const BlockTypeWord& row : BlockTypeWords) {
-    if (row.word == word) return row.type;
-  }
-  return std::nullopt;
-}
 
 bool ReadsFailureData(HBlockType type) {
   return type == HBlockType::NOT_REFINED || type == HBlockType::BOTH;
@@ -72,40 +35,27 @@ LineOperator DefaultOperatorOf(std::string_view word) {
   return LineOperator::OR;
 }
 
-/// The time of the component around a subsystem, else the model's.
-double ParentRiskTime(const Subsystem& subsystem) {
-  const std::shared_ptr<Component> parent = subsystem.GetOwnerComponent();
-  return parent ? parent->GetRiskTime() : subsystem.GetModel()->riskTime;
-}
-
 }  // namespace
 
 void vtnxParser::ReadPerspective(XmlElement element) {
   const bool named = static_cast<bool>(element.FirstChild("Name"));
   const std::string name = named ? ElementText(element, "Name") : DefaultPerspectiveName;
-  perspective = std::make_shared<Perspective>(name, model.get());
+  perspective = AddPerspective(name, ElementFlag(element, "AutoGen"), *model);
   perspective->riskTime = ElementDouble(element, "RiskTime");
-  perspective->defaultGenerated = name == DefaultPerspectiveName || name == "Default" ||
-                                  name == model->name || ElementFlag(element, "AutoGen");
   perspective->description = ElementText(element, "Description");
   ReadPerspectiveContents(element);
 }
 
 void vtnxParser::ReadDefaultPerspective(XmlElement root) {
-  perspective = std::make_shared<Perspective>(DefaultPerspectiveName, model.get());
-  perspective->defaultGenerated = true;
+  perspective = AddPerspective(DefaultPerspectiveName, true, *model);
   ReadPerspectiveContents(root);
 }
 
 void vtnxParser::ReadPerspectiveContents(XmlElement element) {
-  model->AddPerspective(perspective);
   ForEachItem(element.FirstChild("ActualCCFs"), "ActualCCF",
               [this](XmlElement item) { ReadActualCCF(item); });
   const XmlElement system = element.FirstChild("System");
-  if (!system) return;
-  perspective->rootSubsystem = std::make_shared<Subsystem>(model.get());
-  perspective->rootSubsystem->perspective = perspective;
-  ReadSystem(system, perspective->rootSubsystem);
+  if (system) ReadSystem(system, AddRootSubsystem(perspective));
 }
 
 void vtnxParser::ReadActualCCF(XmlElement element) {
@@ -113,9 +63,7 @@ void vtnxParser::ReadActualCCF(XmlElement element) {
       std::make_shared<CCF>(ElementText(element, "Name"), model.get(), perspective, true);
   ccf->description = ElementText(element, "Description");
   ReadUnavailabilityFormula(element.FirstChild("UnavailabilityFormula"), *ccf);
-  ccf->SetParameter("RiskTime", model->riskTime);
-  if (Config::Instance().quantitativeAnalysis) ccf->ComputeFailureData();
-  perspective->AddCCF(ccf);
+  AddActualCCF(ccf, *perspective);
 }
 
 void vtnxParser::ReadSystem(XmlElement element, const std::shared_ptr<Subsystem>& subsystem) {
@@ -147,12 +95,8 @@ void vtnxParser::ReadComponent(XmlElement element, const std::shared_ptr<Subsyst
 void vtnxParser::ReadComponentFields(XmlElement element, const Subsystem& subsystem) {
   component->description = ElementText(element, "Description");
   component->sid = ElementText(element, "SID");
-  component->riskTime = ElementDouble(element, "RiskTime");
-  if (component->riskTime > ParentRiskTime(subsystem) && element.FirstChild("RiskTime")) {
-    DiagnosticLog::Instance().AddWarning("Component " + component->GetLocalName() +
-                                         " has a local risk time greater than its parent (or the "
-                                         "model) - this value will be ignored.");
-    component->riskTime = 0.0;
+  if (element.FirstChild("RiskTime")) {
+    SetRiskTime(*component, ElementDouble(element, "RiskTime"), subsystem);
   }
   component->maxReplicants = element.FirstChild("MaxReplicants")
                                  ? ElementInteger(element, "MaxReplicants")
@@ -185,30 +129,21 @@ void vtnxParser::ReadImplementation(XmlElement element, bool isCurrent) {
   }
   const XmlElement system = element.FirstChild("System");
   if (!system || !ReadsSystem(implementation->hBlockType)) return;
-  implementation->subsystem = std::make_shared<Subsystem>(model.get());
-  implementation->subsystem->owner = implementation;
-  ReadSystem(system, implementation->subsystem);
+  ReadSystem(system, AddInside(implementation));
 }
 
 void vtnxParser::ReadBlockType(XmlElement element) {
   const std::string word = Trimmed(element.Text());
   if (word.empty()) return;
-  const std::optional<HBlockType> type = FindBlockType(word);
+  // Documents have a spelling of their own beside that of all formats.
+  const std::optional<HBlockType> type =
+      word == "NotRefined" ? HBlockType::NOT_REFINED : FindBlockType(word);
   if (!type) {
     DiagnosticLog::Instance().AddError("Unrecognised block type: " + word +
                                        LineNumberNote(element));
     return;
   }
-  implementation->hBlockType = *type;
-  if (*type != HBlockType::PROPAGATOR || component->ports.size() <= MaxPropagatorPorts) return;
-  implementation->hBlockType = HBlockType::NOT_REFINED;
-  DiagnosticLog::Instance().AddWarning(
-      "Implementation \"" + implementation->name +
-      "\" of Component: " + component->GetFullNameText() + " is a Propagator blocktype with " +
-      std::to_string(component->ports.size()) +
-      " ports; Propagator block type can NOT have more than 2 ports; This component will NOT "
-      "propagate as expected and be treated as UNREFINED; please enter output deviations for this "
-      "block instead");
+  SetBlockType(*implementation, *component, *type);
 }
 
 void vtnxParser::ReadLine(XmlElement element, const std::shared_ptr<Subsystem>& subsystem) {

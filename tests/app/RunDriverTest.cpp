@@ -96,16 +96,26 @@ TEST_F(RunDriverTest, BrokenDocumentIsReportedWithItsPlace) {
   EXPECT_NE(streams.Errors().find(" at row: 2 column: "), std::string::npos) << streams.Errors();
 }
 
-TEST_F(RunDriverTest, TextModelIsRefused) {
-  const std::string path = folder.Write("old.vtn", "Model Name \"old\"");
+TEST_F(RunDriverTest, TextModelIsRead) {
+  const std::string path = folder.Write("old.vtn", "Model Name \"old\" System { }");
   EXPECT_EQ(Run({path}), 0);
-  EXPECT_EQ(streams.Errors(), "Text models cannot be read by this version: " + path + "\n");
+  EXPECT_NE(streams.Output().find("\n\nModel parsed\nSynthesising"), std::string::npos);
+  EXPECT_EQ(streams.Errors(), "No fault trees present: no output generated.\n");
+}
+
+TEST_F(RunDriverTest, FaultOfATextModelIsReportedWithItsLine) {
+  const std::string path = folder.Write("old.vtn", "Model Name \"old\"\nSystem {\n  7 }");
+  EXPECT_EQ(Run({path}), 0);
+  EXPECT_EQ(streams.Errors(),
+            "Match Error #3: Incorrect Token type - found Number. Expected: \"}\" but found: "
+            "\"<NUMBER>\" with value: \"7\" at line number: 3\n");
 }
 
 TEST_F(RunDriverTest, ExtensionCountsAsSpelled) {
   const std::string path = folder.Write("model.XML", SoundModel);
   EXPECT_EQ(Run({path}), 0);
-  EXPECT_EQ(streams.Errors(), "Text models cannot be read by this version: " + path + "\n");
+  EXPECT_EQ(streams.Errors(), "Parser creation error: The file '" + path +
+                                  "' could not be parsed - it is not a recognised format\n");
 }
 
 TEST_F(RunDriverTest, ModelWithoutTopEventGivesNoOutput) {
