@@ -69,6 +69,13 @@ Config& Config::Instance() {
 
 void Config::Release() { Holder().reset(); }
 
+Config& Config::LoadOrCreate(const std::string& path) {
+  // First, so that the settings of the command line don't decide what of the loading is logged.
+  Holder().reset();
+  Holder() = ReadOrCreate(path);
+  return *Holder();
+}
+
 Config::Config() : asilCostHeuristic(DefaultCostHeuristic), randomSeed(Clock::CalendarSeconds()) {}
 
 void Config::SetOutputTypes(std::string_view words) {

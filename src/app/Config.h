@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -60,9 +61,11 @@ class Config {
   /// Destroys the record; the next `Instance` starts from the defaults again.
   static void Release();
 
-  /// Replaces the record by the settings of the file at `path`.
-  /// Throws VtnException when the file can be neither read nor created.
-  static void LoadOrCreate(const std::string& path);
+  /// Replaces the record, whatever it holds, by the settings of the file at `path` and defaults for
+  /// the rest. A file that isn't there is created with default settings, and with the folders it
+  /// lies in. Returns the new record. Throws VtnException when the file can be neither read nor
+  /// created.
+  static Config& LoadOrCreate(const std::string& path);
 
   /// The defaults below.
   Config();
@@ -134,6 +137,9 @@ class Config {
   std::string previousStateFileName;  // Saved search to go on from; empty for none.
   std::string timingDataFileName;
   std::int32_t encodingType = EncodingType::Tree;
+
+ private:
+  static std::unique_ptr<Config> ReadOrCreate(const std::string& path);  // app/ConfigFile.cpp
 };
 
 }  // namespace FTS

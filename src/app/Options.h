@@ -23,7 +23,7 @@ struct RunOptions {
 };
 
 /// Replaces the settings of the process by those of a file.
-using ConfigLoader = void (*)(const std::string& path);
+using ConfigLoader = Config& (*)(const std::string& path);
 
 /// Settles `Config` and the program's path from the command line, whose first element is the
 /// program. An option is never refused: what is unknown or malformed changes nothing and is not

@@ -4,7 +4,6 @@
 
 #include "app/Config.h"
 #include "app/DiagnosticLog.h"
-#include "model/VtnException.h"
 #include "support/CaseName.h"
 #include "support/FixedClock.h"
 #include "support/ProcessStateTest.h"
@@ -93,15 +92,6 @@ TEST_F(ConfigTest, InstanceIsTheSameUntilItIsReleased) {
   EXPECT_EQ(Config::Instance().maxCutSetSize, 7);
   Config::Release();
   EXPECT_EQ(Config::Instance().maxCutSetSize, 0);
-}
-
-TEST_F(ConfigTest, LoadOrCreateRefusesFilesWhichThisVersionCannotRead) {
-  try {
-    Config::LoadOrCreate("my.cfg");
-    FAIL() << "No exception";
-  } catch (const VtnException& exception) {
-    EXPECT_EQ(exception.GetMessage(), "Configuration files cannot be read by this version: my.cfg");
-  }
 }
 
 struct WordCase {

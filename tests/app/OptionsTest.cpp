@@ -491,16 +491,17 @@ TEST_F(OptionsTest, ProgramPathLeadsToTheRunningProgram) {
 }
 
 TEST_F(OptionsTest, ConfigurationFileThatCannotBeUsedEndsSettling) {
-  EXPECT_THROW(Settle({"config=my.cfg"}), VtnException);
+  EXPECT_THROW(Settle({"config=/dev/null/my.cfg"}), VtnException);
 }
 
 /// Stands for a configuration file with a cut set limit, subcontraction and a format to open.
-void LoadSettings(const std::string& path) {
+Config& LoadSettings(const std::string& path) {
   EXPECT_EQ(path, "my.cfg");
   Config::Release();
   Config::Instance().maxCutSetSize = 4;
   Config::Instance().contraction = Contraction::Subcontract;
   Config::Instance().SetOutputTypes("XML,FTP");
+  return Config::Instance();
 }
 
 RunOptions SettleWithFile(std::initializer_list<std::string> options) {

@@ -56,11 +56,12 @@ TEST_F(RunDriverTest, UsageIsPrintedWithoutAModel) {
 }
 
 TEST_F(RunDriverTest, ConfigurationFileThatCannotBeUsedEndsTheProgramWithOne) {
-  EXPECT_EQ(Run({"model.xml", "config=my.cfg"}), 1);
+  EXPECT_EQ(Run({"model.xml", "config=" + folder.Path()}), 1);
   EXPECT_EQ(streams.Output(), Banner);
-  EXPECT_EQ(streams.Errors(),
-            "Error while trying to load or create Vel-Tarn configuration file: Configuration files "
-            "cannot be read by this version: my.cfg\n");
+  EXPECT_EQ(
+      streams.Errors(),
+      "Error while trying to load or create Vel-Tarn configuration file: Could not create new "
+      "config file 'veltarn.cfg'!\n");
 }
 
 TEST_F(RunDriverTest, RegressionTestModeIsRefused) {

@@ -16,7 +16,7 @@
 
 namespace FTS {
 
-ProgramRun RunProgramWith(const std::vector<std::string>& arguments) {
+ProgramRun RunProgramWith(const std::vector<std::string>& arguments, const ProgramStart& start) {
   const TemporaryFolder folder;
   const std::string outputPath = folder.Write("output", "");
   const std::string errorPath = folder.Write("errors", "");
@@ -26,7 +26,11 @@ ProgramRun RunProgramWith(const std::vector<std::string>& arguments) {
   posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, outputPath.c_str(), O_WRONLY, 0);
   posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, errorPath.c_str(), O_WRONLY, 0);
 
-  std::string program = ProgramUnderTest();
+  if (!start.folder.empty()) {
+    posix_spawn_file_actions_addchdir_np(&actions, start.folder.c_str());
+  }
+
+  std::string program = start.program.empty() ? ProgramUnderTest() : start.program;
   std::vector<std::string> texts = arguments;
   std::vector<char*> argv{program.data()};
   for (std::string& text : texts) argv.push_back(text.data());

@@ -14,8 +14,15 @@ struct ProgramRun {
   int exitStatus = -1;  ///< -1 when the program was ended by a signal.
 };
 
+/// From where the program is started.
+struct ProgramStart {
+  std::string folder;   ///< The current folder; that of the tests if empty.
+  std::string program;  ///< A copy of the program; the built one if empty.
+};
+
 /// Runs the program with these arguments and waits for it. Its standard input is empty.
-ProgramRun RunProgramWith(const std::vector<std::string>& arguments);
+ProgramRun RunProgramWith(const std::vector<std::string>& arguments,
+                          const ProgramStart& start = {});
 
 /// The text with every elapsed time ("0.002s", "1m 30.5s") replaced by "<time>".
 std::string WithoutTimes(const std::string& text);
