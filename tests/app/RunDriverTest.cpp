@@ -7,6 +7,7 @@
 #include "app/DiagnosticLog.h"
 #include "app/RunDriver.h"
 #include "support/CapturedStreams.h"
+#include "support/CurrentFolder.h"
 #include "support/FixedClock.h"
 #include "support/ProcessStateTest.h"
 #include "support/TemporaryFolder.h"
@@ -64,15 +65,21 @@ TEST_F(RunDriverTest, ConfigurationFileThatCannotBeUsedEndsTheProgramWithOne) {
       "config file 'veltarn.cfg'!\n");
 }
 
-TEST_F(RunDriverTest, RegressionTestModeIsRefused) {
-  EXPECT_EQ(Run({"testMode"}), 1);
-  EXPECT_EQ(streams.Output(), Banner);
-  EXPECT_EQ(streams.Errors(), "The regression test mode is not available in this version.\n");
+TEST_F(RunDriverTest, TestModeGivesItsExitStatus) {
+  const CurrentFolder current(folder.Path());
+  folder.Write("TestModels.txt", "missing.xml\nmissing.xml\n");
+  EXPECT_EQ(Run({"testMode"}), 2);
+  EXPECT_TRUE(streams.Output().starts_with(std::string(Banner) + "TEST 1\n--------\n"));
+  EXPECT_EQ(Run({"testpruningmode"}), 2);
+  EXPECT_TRUE(folder.Contains("TestSummary.txt"));
 }
 
-TEST_F(RunDriverTest, PruningTestModeIsRefused) {
-  EXPECT_EQ(Run({"testpruningmode"}), 1);
-  EXPECT_EQ(streams.Errors(), "The pruning test mode is not available in this version.\n");
+TEST_F(RunDriverTest, ConfigurationFileKeepsTheTestModeAndItsFormat) {
+  const CurrentFolder current(folder.Path());
+  folder.Write("my.cfg", "Output type = RESULTS;\n");
+  EXPECT_EQ(Run({"testMode", "config=my.cfg"}), 0);
+  EXPECT_TRUE(Config::Instance().testMode);
+  EXPECT_EQ(Config::Instance().outputTypes, OutputType::Xml | OutputType::Results);
 }
 
 TEST_F(RunDriverTest, ModelThatIsNotThereEndsWithItsMessageAndTheTime) {
