@@ -5,7 +5,8 @@
 namespace FTS {
 
 /// Hands the results of the model to the tool beside the program that allocates safety integrity
-/// levels. Throws VtnException: this version doesn't launch it.
+/// levels: prints the command, unless the run is silent, runs it and waits for it. What becomes of
+/// it is its own business; a tool that isn't there changes nothing.
 void LaunchSilDecomposition(const Model& model);
 
 /// The same for development assurance levels.

@@ -26,16 +26,9 @@ namespace {
 
 int lastArchiveStatus = ZipOk;
 
-/// The converter stands beside this program, with the ending of an executable or without.
-std::string ConverterPath() {
-  const std::string bare = ProgramFolder() + "vtn2vtnx";
-  const std::string ending = ".exe";
-  return !FileReadable(bare + ending) && FileReadable(bare) ? bare : bare + ending;
-}
-
 /// Has a text file turned into an archive. Whether that works shows when the archive is read.
 void Convert(const std::string& path) {
-  const std::string converter = ConverterPath();
+  const std::string converter = ToolPath(ProgramFolder(), "vtn2vtnx");
   if (!Config::Instance().runSilent) {
     std::cout << '"' << converter << "\" \"" << path << "\"\n";
   }

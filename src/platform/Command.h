@@ -15,6 +15,10 @@ struct CommandLine {
   bool detached = false;  ///< It goes on by itself: nobody waits, and it outlives this program.
 };
 
+/// Where a program that belongs to this one lies in its folder: `name` with the ending ".exe", or
+/// without it where only that is there. The folder ends in a separator or is empty.
+std::string ToolPath(const std::string& folder, const std::string& name);
+
 /// What runs external programs. Tests put a recording one in its place.
 class CommandRunner {
  public:

@@ -1,11 +1,13 @@
 #include <string>
 
 #include "app/Config.h"
+#include "app/ProgramPath.h"
 #include "app/RunPhases.h"
 #include "model/Model.h"
 #include "model/VtnException.h"
 #include "support/CapturedStreams.h"
 #include "support/ProcessStateTest.h"
+#include "support/RecordedCommands.h"
 
 namespace FTS {
 namespace {
@@ -61,34 +63,33 @@ TEST_F(RunPhasesTest, NothingIsWrittenWithoutAFaultTree) {
   EXPECT_EQ(streams.Errors(), "No fault trees present: no output generated.\n");
 }
 
-TEST_F(RunPhasesTest, DecompositionWithoutAFaultTreeIsNotAskedFor) {
+TEST_F(RunPhasesTest, ToolsDoNotRunWithoutAFaultTree) {
   Config::Instance().decomposeSILs = true;
   Config::Instance().decomposeDALs = true;
+  const RecordedCommands commands;
   RecordingModel model(0);
-  EXPECT_NO_THROW(RunNormalPhases(model));
+  RunNormalPhases(model);
+  EXPECT_EQ(commands.Lines().size(), 0U);
 }
 
-std::string MessageOf(RecordingModel& model) {
-  try {
-    RunNormalPhases(model);
-  } catch (const VtnException& exception) {
-    return exception.GetMessage();
-  }
-  return "no exception";
-}
-
-TEST_F(RunPhasesTest, SilDecompositionIsRefusedBehindTheOutput) {
+TEST_F(RunPhasesTest, ToolsRunBehindTheOutputTheSilToolFirst) {
   Config::Instance().decomposeSILs = true;
   Config::Instance().decomposeDALs = true;
+  SetProgramPath("/opt/vtn");
+  const RecordedCommands commands;
   RecordingModel model(1);
-  EXPECT_EQ(MessageOf(model), "The SIL decomposition tool is not launched by this version.");
+  RunNormalPhases(model);
   EXPECT_EQ(model.calls, "Synthesise Analyse BuildFMEA OutputResults ");
+  ASSERT_EQ(commands.Lines().size(), 2U);
+  EXPECT_EQ(commands.Lines()[0].program, "/opt/asilDecomp.exe");
+  EXPECT_EQ(commands.Lines()[1].program, "/opt/DAL.exe");
 }
 
-TEST_F(RunPhasesTest, DalDecompositionIsRefusedBehindTheOutput) {
-  Config::Instance().decomposeDALs = true;
+TEST_F(RunPhasesTest, ToolsRunOnlyWhenAskedFor) {
+  const RecordedCommands commands;
   RecordingModel model(1);
-  EXPECT_EQ(MessageOf(model), "The DAL decomposition tool is not launched by this version.");
+  RunNormalPhases(model);
+  EXPECT_EQ(commands.Lines().size(), 0U);
 }
 
 TEST_F(RunPhasesTest, NoRunOfTheSearchLeavesTheModelAlone) {

@@ -9,6 +9,8 @@
 #include <iostream>
 #include <utility>
 
+#include "platform/FileSystem.h"
+
 namespace FTS {
 
 namespace {
@@ -85,6 +87,12 @@ std::optional<int> RunInSystem(CommandLine line) {
 }
 
 }  // namespace
+
+std::string ToolPath(const std::string& folder, const std::string& name) {
+  const std::string bare = folder + name;
+  const std::string executable = bare + ".exe";
+  return !FileReadable(executable) && FileReadable(bare) ? bare : executable;
+}
 
 std::optional<int> Command::Run(const CommandLine& line) {
   return Replacement() ? Replacement()->Run(line) : RunInSystem(line);
