@@ -9,7 +9,7 @@
 namespace FTS {
 
 ModelCheck::ModelCheck(const TestEntry& initEntry, const TestModelReader& initRead,
-                     TestReport& initReport)
+                       TestReport& initReport)
     : entry(initEntry), read(initRead), report(initReport), start(Clock::Milliseconds()) {}
 
 ModelCheck::~ModelCheck() = default;

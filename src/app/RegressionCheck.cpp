@@ -94,7 +94,7 @@ void RegressionCheck::CompareTree(const ExpectedTree& expected) {
 }
 
 void RegressionCheck::CompareCutSets(const std::map<int, int>& actual,
-                                    const std::map<int, int>& expected) {
+                                     const std::map<int, int>& expected) {
   std::map<int, int> orders = expected;
   orders.insert(actual.begin(), actual.end());
   for (const auto& [order, count] : orders) {

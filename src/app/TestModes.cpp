@@ -9,8 +9,8 @@
 #include "analysis/Prime.h"
 #include "app/Config.h"
 #include "app/DiagnosticLog.h"
-#include "app/ModelReading.h"
 #include "app/ModelCheck.h"
+#include "app/ModelReading.h"
 #include "app/TestList.h"
 #include "app/TestReport.h"
 #include "faulttree/FaultTreeNode.h"
@@ -95,7 +95,9 @@ std::unique_ptr<Model> ReadTestModel(const std::string& path) {
   return ReadModel(path, AsXml);
 }
 
-int RunRegressionTests(const TestModelReader& read) { return RunTests<RegressionCheck>(read, true); }
+int RunRegressionTests(const TestModelReader& read) {
+  return RunTests<RegressionCheck>(read, true);
+}
 
 int RunPruningTests(const TestModelReader& read) { return RunTests<PruningCheck>(read, false); }
 
