@@ -92,7 +92,9 @@ int RunTests(const TestModelReader& read, bool countsLeaks) {
 
 std::unique_ptr<Model> ReadTestModel(const std::string& path) {
   constexpr bool AsXml = true;
-  return ReadModel(path, AsXml);
+  auto model = ReadModel(path, AsXml);
+  if (!model) throw VtnException("No model in " + path);
+  return model;
 }
 
 int RunRegressionTests(const TestModelReader& read) {

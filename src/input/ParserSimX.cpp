@@ -71,6 +71,7 @@ std::string ParserSimX::ReadName() {
 }
 
 bool ParserSimX::ReadFlag() {
+  if (Take(TokenType::NUMBER)) return false;
   return Match(NextIs(TokenType::STRING) ? TokenType::STRING : TokenType::ID)->text == "true";
 }
 

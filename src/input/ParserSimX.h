@@ -57,7 +57,7 @@ class ParserSimX : public Parser {
   double ReadOptionalNumber(TokenType keyword);
   /// An identifier. The letter E is one.
   std::string ReadName();
-  /// A string or a word that says "true" for true, and anything else for false.
+  /// A string or a word that says "true" for true; another one or a number for false.
   bool ReadFlag();
   /// Braces, and between them what `read` reads.
   template <typename Read>

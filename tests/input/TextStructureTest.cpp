@@ -160,7 +160,7 @@ TEST_F(TextStructureTest, ComponentFieldsAreRead) {
 }
 
 TEST_F(TextStructureTest, OnlyTrueIncludesInTheSearch) {
-  for (const char* value : {"\"false\"", "\"1\"", "yes", "\"True\""}) {
+  for (const char* value : {"\"false\"", "\"1\"", "yes", "\"True\"", "1"}) {
     ReadText("System { Component { Name \"Pump\" IncludeInOptimisation " + std::string(value) +
              " Implementation { } } }");
     EXPECT_FALSE(Pump().includeInOptimisation) << value;
