@@ -8,6 +8,7 @@ lack the prefix DEFAULT::, and an event that must not occur has "NOT " in front 
 Negated events never begin to hold, so their frequency is 0; their unavailability is what the
 event's leaves of 1.
 """
+import itertools
 import math
 
 EXAMPLES = {
@@ -114,6 +115,74 @@ EXAMPLES = {
         },
     },
 }
+
+
+def chassis_controller():
+    """Too many events for a truth table: counted by which parts stand for each other."""
+    fixed = {
+        "driver_burnt": 1e-4, "motor_open": 1e-4, "gear_jammed": 2e-5, "calliper_stuck": 4e-5,
+    }
+    channel = {
+        "Controller{}.halted": 2e-4, "Controller{}.memory_lost": 1e-4,
+        "Controller{}.clock_stopped": 3e-5, "Controller{}.core_locked": 5e-5,
+        "Battery{}.flat": 2e-4, "Battery{}.fuse_blown": 5e-5,
+    }
+    bus = {"Bus{}.cut": 1e-4, "Bus{}.jabbered": 4e-5}
+    figures = {"Stability.stopped": 2e-4, "Stability.unpowered": 1e-4,
+               "Stability.wrong_request": 1e-5, "Stability.comparison_lost": 1e-4,
+               "Dashboard.lamp_dark": 5e-4, "Dashboard.socket_loose": 1e-4,
+               "Dashboard.buzzer_dead": 1e-3, "Dashboard.panel_halted": 2e-4,
+               "Dashboard.cable_cut": 1e-4, "Dashboard.wrong_text": 2e-4,
+               "ParkingBrake.motor_open": 3e-4, "ParkingBrake.switch_open": 1e-4,
+               "ParkingBrake.unit_halted": 2e-4, "ParkingBrake.cable_torn": 5e-5}
+    for wheel in ("FrontLeft", "FrontRight", "RearLeft", "RearRight"):
+        figures.update({f"{wheel}.{name}": value for name, value in fixed.items()})
+    for letter in "AB":
+        figures.update({name.format(letter): q for name, q in {**channel, **bus}.items()})
+    for number in "123":
+        figures.update({f"Pedal{number}.open": 1e-4, f"Pedal{number}.stuck": 5e-5})
+    for number in "12":
+        figures.update({f"YawSensor{number}.no_rate": 2e-4, f"YawSensor{number}.offset": 1e-4,
+                        f"WheelAngle{number}.no_angle": 2e-4, f"WheelAngle{number}.slipped": 1e-4})
+
+    def both(*groups):
+        return [list(events) for events in itertools.product(*groups)]
+
+    def of(component):
+        return [event for event in figures if event.startswith(component + ".")]
+
+    commands = {letter: [name.format(letter) for name in channel] for letter in "AB"}
+    data = {letter: commands[letter] + [name.format(letter) for name in bus] for letter in "AB"}
+    pedals = [pair for one, other in (("1", "2"), ("1", "3"), ("2", "3"))
+              for pair in both(of("Pedal" + one), of("Pedal" + other))]
+    no_data = both(data["A"], data["B"]) + pedals
+    front = both(of("FrontLeft"), of("FrontRight")) + no_data
+    no_request = [["Stability.stopped"], ["Stability.unpowered"],
+                  ["YawSensor1.no_rate", "YawSensor2.no_rate"],
+                  ["WheelAngle1.no_angle", "WheelAngle2.no_angle"]]
+    wrong_values = ["YawSensor1.offset", "YawSensor2.offset",
+                    "WheelAngle1.slipped", "WheelAngle2.slipped"]
+    no_warning = [["Dashboard.panel_halted"], ["Dashboard.cable_cut"], ["Dashboard.wrong_text"],
+                  ["Dashboard.lamp_dark", "Dashboard.buzzer_dead"],
+                  ["Dashboard.socket_loose", "Dashboard.buzzer_dead"]]
+    to_tell = [[event] for event in commands["A"] + commands["B"]] + pedals + no_request
+    return {
+        "risk time": 1000,
+        "events": {name: ("Fixed", value) for name, value in figures.items()},
+        "trees": {
+            "Diagonal": both(of("FrontLeft"), of("RearLeft")) +
+                        both(of("FrontRight"), of("RearRight")) + no_data,
+            "FrontAxleLost": front,
+            "NoBrakes": [cut_set + [event] for cut_set in front for event in of("ParkingBrake")],
+            "NotWarned": [one + other for one in to_tell for other in no_warning],
+            "Skidding": no_request,
+            "UnwantedBraking": [["Stability.wrong_request"]] +
+                               [["Stability.comparison_lost", event] for event in wrong_values],
+        },
+    }
+
+
+EXAMPLES["chassis-controller"] = chassis_controller()
 
 
 class CountedEvent:

@@ -10,7 +10,7 @@ cd "$(dirname "$0")/.."
 
 packages="g++ cmake ninja-build ccache libtinyxml-dev libminizip-dev zlib1g-dev \
 libgtest-dev libgmock-dev libbenchmark-dev"
-test_packages="chromium libreoffice-calc-nogui python3"
+test_packages="chromium libreoffice-calc-nogui python3 glpk-utils"
 gate_packages="clang clang-format clang-tidy"
 
 case "${1:-}" in

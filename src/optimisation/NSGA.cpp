@@ -7,6 +7,7 @@
 #include "app/Config.h"
 #include "model/Model.h"
 #include "optimisation/Individual.h"
+#include "optimisation/ModelEncodings.h"
 #include "optimisation/NonDominatedPopulation.h"
 #include "optimisation/Random.h"
 #include "optimisation/SavedStateText.h"
@@ -38,8 +39,11 @@ NSGA::NSGA(Model& initModel, const std::string& modelPath, std::int32_t initRunN
 NSGA::~NSGA() = default;
 
 void NSGA::MeasureEncoding() {
-  const std::int32_t size = model->CreateFixedEncoding()->GetSize();
-  Config::Instance().mutationRate = size > 0 ? 1.0 / size : 1.0;
+  Config& config = Config::Instance();
+  std::int32_t size = model->CreateFixedEncoding()->GetSize();
+  // A model without redundancy to choose, as in a search for safety levels, has no flat genes.
+  if (size == 0) size = CreateEncoding(*model, config.encodingType)->GetSize();
+  config.mutationRate = size > 0 ? 1.0 / size : 1.0;
 }
 
 void NSGA::AdvanceGeneration() {
