@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "app/Config.h"
+#include "model/Component.h"
 #include "model/Model.h"
 #include "optimisation/Individual.h"
 #include "optimisation/ModelEncodings.h"
@@ -27,11 +28,24 @@ const Individual& WinnerOfTournament(const std::vector<Individual*>& pool) {
   return CrowdedLess(first, second) ? first : second;
 }
 
+/// A design is handed to the model with one digit per replica.
+void WarnOfAmbiguousGenes(const Model& model) {
+  constexpr std::size_t MostTold = 9;
+  if (Config::Instance().encodingType != EncodingType::Fixed) return;
+  for (const auto& component : model.configurableComponents) {
+    if (component->implementations.size() <= MostTold) continue;
+    std::cerr << "Warning: " << component->GetFullNameText()
+              << " has more than nine implementations, and the fixed encoding cannot tell all of "
+                 "their combinations apart.\n";
+  }
+}
+
 }  // namespace
 
 NSGA::NSGA(Model& initModel, const std::string& modelPath, std::int32_t initRunNumber)
     : GA(initModel, modelPath, initRunNumber),
       archive(std::make_unique<NonDominatedPopulation>(*this)) {
+  WarnOfAmbiguousGenes(*model);
   MeasureEncoding();
   SeedRandom(Config::Instance().randomSeed);
 }

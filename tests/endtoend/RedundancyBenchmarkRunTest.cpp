@@ -1,0 +1,111 @@
+// The search against a problem whose best designs are known, through the program.
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "model/NumberText.h"
+#include "platform/XmlDocument.h"
+#include "support/ProcessStateTest.h"
+#include "support/ProgramRun.h"
+#include "support/TemporaryFolder.h"
+#include "support/TestPaths.h"
+
+namespace FTS {
+namespace {
+
+using Point = std::pair<int, int>;  // Cost and weight.
+
+/// Cost and weight of each choice, subsystem by subsystem, as the literature has them.
+const std::vector<std::vector<Point>> Choices = {
+    {{1, 3}, {1, 4}, {2, 2}, {2, 5}}, {{2, 8}, {1, 10}, {1, 9}},
+    {{2, 7}, {3, 5}, {1, 6}, {4, 4}}, {{3, 5}, {4, 6}, {5, 4}},
+    {{2, 4}, {2, 3}, {3, 5}},         {{3, 5}, {3, 4}, {2, 5}, {2, 4}},
+    {{4, 7}, {4, 8}, {5, 9}},         {{3, 4}, {5, 7}, {6, 6}},
+    {{2, 8}, {3, 9}, {4, 7}, {3, 8}}, {{4, 6}, {4, 5}, {5, 6}},
+    {{3, 5}, {4, 6}, {5, 6}},         {{2, 4}, {3, 5}, {4, 6}, {5, 7}},
+    {{2, 5}, {3, 5}, {2, 6}},         {{4, 6}, {4, 7}, {5, 6}, {6, 9}},
+};
+
+/// The points of which no other is at most as large in both.
+std::set<Point> FrontOf(const std::set<Point>& points) {
+  std::set<Point> front;
+  for (const Point& point : points) {  // Ascending by cost, so only the weight has to fall.
+    if (front.empty() || point.second < front.rbegin()->second) front.insert(point);
+  }
+  return front;
+}
+
+/// One component in each subsystem: more of them only cost more.
+std::set<Point> TrueFront() {
+  std::set<Point> front{{0, 0}};
+  for (const auto& choices : Choices) {
+    std::set<Point> sums;
+    for (const Point& sum : front) {
+      for (const Point& choice : choices) {
+        sums.emplace(sum.first + choice.first, sum.second + choice.second);
+      }
+    }
+    front = FrontOf(sums);
+  }
+  return front;
+}
+
+Point PointOf(XmlElement individual) {
+  Point point;
+  const XmlElement values = individual.FirstChild("Evaluations");
+  for (XmlElement item = values.FirstChild(); item; item = item.NextSibling()) {
+    const int value = static_cast<int>(ParseDouble(item.FirstChild("Value").Text()));
+    (item.FirstChild("Name").Text() == "Cost" ? point.first : point.second) = value;
+  }
+  return point;
+}
+
+class RedundancyBenchmarkRunTest : public ProcessStateTest {
+ protected:
+  /// The archive that the search leaves.
+  std::set<Point> Found(const std::string& model, const std::string& encoding) {
+    const ProgramRun run = RunProgramWith(
+        {ExamplesFolder() + "/redundancy-benchmark/" + model + ".xml", "optimise=true",
+         "GAType=NSGA", "useRBD=true", "encodingType=" + encoding, "populationSize=100",
+         "pureElitist=true", "randomSeed=1", "outputdir=" + folder.Path()});
+    EXPECT_EQ(run.errors, "");
+    std::set<Point> points;
+    for (const auto& entry :
+         std::filesystem::directory_iterator(folder.Path(model + "-OptimisationResults"))) {
+      if (entry.path().extension() != ".xml") continue;
+      const XmlDocument state = XmlDocument::LoadFile(entry.path().string());
+      const XmlElement archive = state.FirstChild("Vel-Tarn_Results")
+                                     .FirstChild("NSGA")
+                                     .FirstChild("ArchiveNonDominatedPopulations")
+                                     .FirstChild();
+      for (XmlElement item = archive.FirstChild(); item; item = item.NextSibling()) {
+        points.insert(PointOf(item));
+      }
+    }
+    return points;
+  }
+
+  TemporaryFolder folder;
+};
+
+TEST_F(RedundancyBenchmarkRunTest, FlatSearchFindsTheWholeFront) {
+  EXPECT_EQ(Found("flat", "FIXED"), TrueFront());
+}
+
+TEST_F(RedundancyBenchmarkRunTest, HierarchicalSearchFindsTheWholeFront) {
+  EXPECT_EQ(Found("tree", "TREE"), TrueFront());
+}
+
+TEST_F(RedundancyBenchmarkRunTest, FrontIsTheOneOfTheText) {
+  EXPECT_EQ(
+      TrueFront(),
+      (std::set<Point>{{34, 74}, {35, 73}, {36, 72}, {38, 71}, {39, 70}, {41, 69}, {43, 68}}));
+}
+
+}  // namespace
+}  // namespace FTS
