@@ -77,6 +77,12 @@ void GenerateCutSets(FaultTree& tree, bool useBDDs, bool quiet) {
   }
   tree.CollectCutSets();
   if (!tree.containsNot) return;
+  // "a and b, or a and not b" is a: with a limit of 1 neither is there to tell.
+  if (Config::Instance().maxCutSetSize > 0) {
+    DiagnosticLog::Instance().AddWarning(
+        "The order limit may hide smaller cut sets, which negation would make of larger ones: " +
+        tree.GetName());
+  }
   tree.ApplyConsensus();
   tree.RebuildCutSetMap();
 }
