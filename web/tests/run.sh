@@ -20,7 +20,8 @@ command -v node >/dev/null || lacking node
 [ -d "$here/node_modules" ] || lacking web/tests/node_modules
 
 rm -rf "$pages"
+# With a display the program would open the pages of each example in the browser of whoever runs this.
 for model in "$examples"/*/*.xml; do
-  "$program" "$model" outputtype=XML,HTML outputdir="$pages" displayOutput=false >/dev/null
+  env -u DISPLAY -u WAYLAND_DISPLAY "$program" "$model" outputtype=XML,HTML outputdir="$pages" >/dev/null
 done
 exec node "$here/all.mjs" "$pages"/*-FMEAOutput
