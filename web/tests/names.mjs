@@ -34,20 +34,29 @@ const Names = [
   ['comparison signs', 'p < 3 and q > 4', null],
   ['double quotes', 'so called "safe" state', null],
   ['what an address means something by', 'a/b?c=d#e%20f', null],
-  ['Latin-1 letters', 'Druckbeh\u00e4lter gr\u00f6\u00dfer', null],
-  ['UTF-8 letters', utf8('Druckbeh\u00e4lter \u2264 5 \u03a9'), 'Druckbeh\u00e4lter \u2264 5 \u03a9'],
-  ['a negation sign before UTF-8 letters', '\xac' + utf8('\u00d6ldruck'), '\u00ac\u00d6ldruck'],
+  ['the end of a section', 'x ]]> y', null],
   ['a negation sign', '\xacfire', '\u00acfire'],
 ];
 
-async function checkNames(open) {
-  const bytes = Names.map(([, text]) => text);
+// A model is in one of the two, so these stand in results of their own.
+const Latin1Names = [
+  ['Latin-1 letters', 'Druckbeh\u00e4lter gr\u00f6\u00dfer', null],
+  ['Latin-1 letters that look like UTF-8', 'MEN\u00dc\u00bb \u00abDONN\u00c9\u00bb 20 \u00df\u00b0', null],
+  ['a negation sign before Latin-1 letters', '\xacgr\u00f6\u00dfer', '\u00acgr\u00f6\u00dfer'],
+];
+const Utf8Names = [
+  ['UTF-8 letters', utf8('Druckbeh\u00e4lter \u2264 5 \u03a9'), 'Druckbeh\u00e4lter \u2264 5 \u03a9'],
+  ['a negation sign before UTF-8 letters', '\xac' + utf8('\u00d6ldruck'), '\u00ac\u00d6ldruck'],
+];
+
+async function checkNames(open, names) {
+  const bytes = names.map(([, text]) => text);
   const warnings = '<WarningList>' + bytes.map((text) => '<Warning>' + text + '</Warning>').join('') + '</WarningList>';
   await make.withResult(folder, result(bytes.map((text) => [text, text, text]), warnings), async (made) => {
     const page = await open(made);
     const texts = (selector) => page.locator(selector).allTextContents();
-    const expected = Names.map(([, text, shown]) => shown || text);
-    await check('names and warnings with signs of all kinds are listed as they are', async () => {
+    const expected = names.map(([, text, shown]) => shown || text);
+    await check('names and warnings with ' + names[0][0] + ' and more are listed as they are', async () => {
       assert.deepEqual(await texts('.overview tbody .name a'), expected);
       await show(page, '#/fmea');
       assert.deepEqual(await texts('.fmea tbody .name > a'), expected);
@@ -55,7 +64,7 @@ async function checkNames(open) {
       await show(page, '#/warnings');
       assert.deepEqual(await texts('.warnings li'), expected);
     });
-    for (const [index, [what]] of Names.entries()) {
+    for (const [index, [what]] of names.entries()) {
       await check('a name with ' + what + ' is shown as it is', async () => {
         const name = expected[index];
         await show(page, '#/tree/' + (9 + index));
@@ -71,11 +80,13 @@ async function checkNames(open) {
         assert.equal(await page.textContent('.details h2'), name);
       });
     }
-    await check('a saved drawing keeps the signs of a name', async () => {
-      await show(page, '#/tree/11/drawing');
-      const svg = await savedText(page, 'text=Save as SVG');
-      assert.match(svg, /Valve A &amp; B/);
-    });
+    if (names === Names) {
+      await check('a saved drawing keeps the signs of a name', async () => {
+        await show(page, '#/tree/11/drawing');
+        const svg = await savedText(page, 'text=Save as SVG');
+        assert.match(svg, /Valve A &amp; B/);
+      });
+    }
     await check('no text of the model has run or broken the page', async () => {
       assert.equal(await page.evaluate(() => window.ran), undefined);
       assert.deepEqual(page.errors, []);
@@ -85,15 +96,15 @@ async function checkNames(open) {
 }
 
 async function checkCharacterSets(open) {
-  const texts = ['\u00acgr\u00f6\u00dfer', '\u2264 5'];
-  const bytes = ['\xacgr\u00f6\u00dfer', utf8('\u2264 5')];
-  for (const charset of ['utf-8', 'shift_jis']) {
-    await make.withResult(folder, result(bytes.map((text) => [text, text])), async (made) => {
+  for (const [charset, names] of [['utf-8', Latin1Names], ['utf-8', Utf8Names], ['shift_jis', Latin1Names],
+    ['shift_jis', Utf8Names]]) {
+    await make.withResult(folder, result(names.map(([, text]) => [text, text])), async (made) => {
       const index = readFileSync(made + '/Index.html', 'latin1');
       writeFileSync(made + '/Index.html', index.replace('<head>', '<head><meta charset="' + charset + '">'));
-      await check('names survive a browser that takes ' + charset, async () => {
+      await check('names with ' + names[0][0] + ' survive a browser that takes ' + charset, async () => {
         const page = await open(made);
-        assert.deepEqual(await page.locator('.overview tbody .name a').allTextContents(), texts);
+        assert.deepEqual(await page.locator('.overview tbody .name a').allTextContents(),
+            names.map(([, text, shown]) => shown || text));
         await page.context().close();
       });
     });
@@ -104,9 +115,11 @@ const sound = result([['Top', 'stuck']]);
 
 // What is wrong with a result, and what the page says of it.
 const Broken = [
-  ['an apostrophe in a name', result([['It\'s late', 'stuck']]), /model\/FaultTrees\.js is there, .*apostrophe/],
-  ['a line break in a name', result([['Late\nagain', 'stuck']]), /model\/FaultTrees\.js is there, .*line break/],
-  ['a backslash at an end', result([['Late\\u', 'stuck']]), /model\/FaultTrees\.js is there, .*backslash/],
+  ['an apostrophe in a name', result([['It\'s late', 'stuck']]), /model\/FaultTrees\.js, model\/CutSets_9\.js are there, .*apostrophe/],
+  ['a line break in a name', result([['Late\nagain', 'stuck']]), /model\/FaultTrees\.js, model\/CutSets_9\.js are there, .*line break/],
+  ['a backslash at an end', result([['Late\\u', 'stuck']]), /model\/FaultTrees\.js, model\/CutSets_9\.js are there, .*backslash/],
+  ['an apostrophe in the name of the model file', {...sound, scripts: {FaultTrees: 'var FaultTrees = \'<a model="it\'s">\';'}},
+    /or in the name of the model file/],
   ['missing trees', {...sound, scripts: {FaultTrees: null}}, /model\/FaultTrees\.js is missing/],
   ['a name that closes an element', result([['Top</Name>', 'stuck']]), /model\/FaultTrees\.js is not well formed/],
 ];
@@ -144,6 +157,68 @@ async function checkBroken(open) {
       assert.equal(await page.textContent('.overview tbody .name a'), 'Top');
       await show(page, '#/tree/9/cutsets');
       assert.match(await page.textContent('.problem'), /model\/CutSets_9\.js is not well formed/);
+      await page.context().close();
+    }));
+}
+
+/// Failure modes that cannot be read are not failure modes that are absent.
+async function checkUnreadFailureModes(open) {
+  const torn = result([['Top', 'stuck', 'x</Description> y'], ['Other', 'late']]);
+  const views = [['#/fmea', '.empty', /could not be read/],
+    ['#/tree/9', '.columns section:last-child', /^Single point failures.*could not be read/]];
+  await make.withResult(folder, {...torn, trees: sound.trees + make.tree(10, 'Other', {top: make.use(1010)})}, (place) =>
+    check('failure modes that cannot be read are told above every view, once for all files', async () => {
+      const page = await open(place);
+      for (const hash of ['#/', '#/fmea', '#/tree/9', '#/tree/9/drawing', '#/tree/9/cutsets', '#/warnings']) {
+        await show(page, hash);
+        const [panel, ...more] = await page.locator('.problem').allTextContents();
+        assert.match(panel, /CutSets_9\.js, model\/CutSets_10\.js are not well formed/, hash);
+        assert.deepEqual(more, [], hash);
+      }
+      for (const [hash, selector, text] of views) {
+        await show(page, hash);
+        assert.match(await page.textContent(selector), text);
+      }
+      assert.deepEqual(page.errors, []);
+      await page.context().close();
+    }));
+  await make.withResult(folder, {...sound, scripts: {CutSets_9: null}}, (place) =>
+    check('failure modes of a script that is missing are not called absent', async () => {
+      const page = await open(place);
+      for (const [hash, selector, text] of views) {
+        await show(page, hash);
+        assert.match(await page.textContent(selector), text);
+      }
+      await page.context().close();
+    }));
+  const pairs = Array.from({length: 14}, (_, index) => ['Top' + index, 'stuck']);
+  const scripts = Object.fromEntries(pairs.map((_, index) => ['CutSets_' + (9 + index), 'var CutSets = \'it\'s\';']));
+  await make.withResult(folder, {...result(pairs), scripts}, (place) =>
+    check('one sentence names all scripts that are broken', async () => {
+      const page = await open(place);
+      const texts = await page.locator('.problem p').allTextContents();
+      assert.equal(texts.length, 1);
+      assert.match(texts[0], /^model\/CutSets_9\.js, model\/CutSets_10\.js, .* and 2 more are there, /);
+      await page.context().close();
+    }));
+}
+
+async function checkBackslashes(open) {
+  const notice = '.problem:has-text("may not be those of the model")';
+  await make.withResult(folder, result([['Top', 'stuck', 'C:\\temp']]), (place) =>
+    check('a text that a backslash has changed is told', async () => {
+      const page = await open(place);
+      assert.match(await page.textContent(notice), /FaultTrees\.js, model\/CutSets_9\.js hold a text with a tab/);
+      await show(page, '#/fmea');
+      assert.equal(await page.locator(notice).count(), 1);
+      await page.context().close();
+    }));
+  const warnings = '<WarningList><Warning>one\\ntwo in C:\\\\temp</Warning></WarningList>';
+  await make.withResult(folder, result([['Top', 'stuck']], warnings), (place) =>
+    check('warnings, which are written for scripts, are not told as changed', async () => {
+      const page = await open(place, '#/warnings');
+      assert.equal(await page.textContent('.warnings li'), 'one\ntwo in C:\\temp');
+      assert.equal(await page.locator('.problem').count(), 0);
       await page.context().close();
     }));
 }
@@ -189,9 +264,11 @@ async function checkEmpty(open) {
 }
 
 await withBrowser(async (open) => {
-  await checkNames(open);
+  for (const names of [Names, Latin1Names, Utf8Names]) await checkNames(open, names);
   await checkCharacterSets(open);
   await checkBroken(open);
+  await checkUnreadFailureModes(open);
+  await checkBackslashes(open);
   await checkEmpty(open);
 });
 finish();

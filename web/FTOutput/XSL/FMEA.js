@@ -164,8 +164,10 @@
     const fmea = VelTarn.fmea();
     space.append(make('h1', {tabindex: '-1'}, 'Failure modes and effects'));
     if (!fmea) {
-      space.append(make('p', {class: 'empty'}, 'This result holds no failure modes and effects. They ' +
-          'come with the cut sets of a top event, unless generateFMEAXML=false leaves them out.'));
+      space.append(make('p', {class: 'empty'}, VelTarn.fmeaUnread() ?
+        'The failure modes and effects could not be read; see above.' :
+        'This result holds no failure modes and effects. They come with the cut sets of a top event, ' +
+          'unless generateFMEAXML=false leaves them out.'));
       return;
     }
     const {choices} = route;

@@ -93,14 +93,31 @@ VelTarn.views = {};
   let shownPlace = null;
   let problems = [];
 
+  const ChangedTexts = 'a text with a tab or another control character. The usual cause is a backslash ' +
+      'in a name or a description of the model: a script takes it and the sign behind it for something ' +
+      'else, as "\\t" in C:\\temp for a tab. Names and descriptions may differ from the model.';
+
+  /// What is said about texts that were read, but not as they stand in the model.
+  function describeChanges(sources) {
+    return make('div', {class: 'problem', role: 'alert'}, make('h2', {}, 'Some texts may not be those of the model'),
+        make('p', {}, VelTarn.sayOf(sources, 'holds', 'hold', ChangedTexts)));
+  }
+
+  function addProblem(text) {
+    if (text !== '' && !problems.includes(text)) problems.push(text);
+  }
+
   function fillSpace(space, view, route) {
+    addProblem(VelTarn.fmeaProblem());
     if (problems.length > 0) space.append(describeProblems(problems));
+    if (VelTarn.changedSources.length > 0) space.append(describeChanges(VelTarn.changedSources));
     try {
       if (view) view.render(space, route);
       else unknownView(space);
     } catch (error) {
+      const told = error.source && problems.some((text) => text.includes(error.source));
       space.append(make('h1', {tabindex: '-1'}, 'This view cannot be shown'),
-          describeProblems([error.message]));
+          told ? make('p', {}, error.source + ' could not be read; see above.') : describeProblems([error.message]));
     }
   }
 
@@ -116,7 +133,7 @@ VelTarn.views = {};
     try {
       results = VelTarn.results(source);
     } catch (error) {
-      if (!problems.includes(error.message)) problems.push(error.message);
+      addProblem(error.message);
     }
     fillMenu(name, results);
     const space = spaceFor(name);

@@ -52,7 +52,10 @@
 
   function singlePoints(tree) {
     const fmea = VelTarn.fmea();
-    if (!fmea) return null;
+    if (!fmea) {
+      return VelTarn.fmeaUnread() ? make('section', {}, make('h2', {}, 'Single point failures'),
+          make('p', {}, 'They could not be read, because the failure modes could not; see above.')) : null;
+    }
     const events = Array.from(fmea.events.values()).filter((event) =>
       event.effects.some((effect) => effect.id === tree.id && effect.direct));
     const content = events.length === 0 ?

@@ -7,9 +7,11 @@
   const WindowsOnly = '\u20ac\u0081\u201a\u0192\u201e\u2026\u2020\u2021\u02c6\u2030\u0160\u2039' +
       '\u0152\u008d\u017d\u008f\u0090\u2018\u2019\u201c\u201d\u2022\u2013\u2014\u02dc\u2122\u0161' +
       '\u203a\u0153\u009d\u017e\u0178';
-  const HighCharacters = new RegExp('[\u0080-\u00ff' + WindowsOnly + ']{2,}', 'g');
-  const Utf8Sequence =
-      /[\xc2-\xdf][\x80-\xbf]|[\xe0-\xef][\x80-\xbf]{2}|[\xf0-\xf4][\x80-\xbf]{3}/g;
+  const HighCharacters = new RegExp('[\u0080-\u00ff' + WindowsOnly + ']+', 'g');
+  const Utf8Sequence = new RegExp('[\xc2-\xdf][\x80-\xbf]|\xe0[\xa0-\xbf][\x80-\xbf]|' +
+      '[\xe1-\xec\xee\xef][\x80-\xbf]{2}|\xed[\x80-\x9f][\x80-\xbf]|\xf0[\x90-\xbf][\x80-\xbf]{2}|' +
+      '[\xf1-\xf3][\x80-\xbf]{3}|\xf4[\x80-\x8f][\x80-\xbf]{2}', 'g');
+  const NoUtf8 = /[\x80-\xab\xad-\xff]/;  // But for the sign of a negated event.
 
   function toByteText(text) {
     return Array.from(text, (character) => {
@@ -18,24 +20,18 @@
     }).join('');
   }
 
+  const decoder = new TextDecoder('utf-8');
+  const decodeSequence = (sequence) =>
+    decoder.decode(Uint8Array.from(sequence, (character) => character.charCodeAt(0)));
+
   /// Model files come in Latin-1 and in UTF-8, and the sign of a negated event is one byte of
-  /// Latin-1 before either. So it is decided sequence by sequence, not for the whole text.
+  /// Latin-1 before either. Two letters of Latin-1 may look like one of UTF-8, so a single byte that
+  /// cannot be UTF-8 decides for the whole text.
   VelTarn.decodeText = (text) => {
     if (document.characterSet === 'UTF-8' && !reloaded) return text;
-    return text.replace(HighCharacters, (run) => {
-      let found = false;
-      const decoded = toByteText(run).replace(Utf8Sequence, (sequence) => {
-        const bytes = Uint8Array.from(sequence, (character) => character.charCodeAt(0));
-        try {
-          const character = new TextDecoder('utf-8', {fatal: true}).decode(bytes);
-          found = true;
-          return character;
-        } catch (error) {
-          return sequence;
-        }
-      });
-      return found ? decoded : run;
-    });
+    const runs = text.match(HighCharacters) || [];
+    if (runs.some((run) => NoUtf8.test(toByteText(run).replace(Utf8Sequence, '')))) return text;
+    return text.replace(HighCharacters, (run) => toByteText(run).replace(Utf8Sequence, decodeSequence));
   };
 
   let reloaded = false;
@@ -78,23 +74,34 @@
     for (const source of sources) await loadScript(source + '?windows-1252', 'windows-1252');
   };
 
-  const WhyScriptsBreak = ' is there, but the browser cannot read it. The usual cause is an ' +
-      'apostrophe (\'), a backslash or a line break in a name or a description of the model: these ' +
-      'characters cannot stand in this file. Take them out of the model and run the analysis again. ' +
+  const WhyScriptsBreak = 'there, but not readable for the browser. The usual cause is an apostrophe ' +
+      '(\'), a backslash or a line break in a name or a description of the model, or in the name of the ' +
+      'model file: these characters cannot stand in a script. Take them out and run the analysis again. ' +
       'The XML results (outputtype=XML) of the same model are not affected.';
-  const WhyScriptsMiss = ' is missing. Copy the whole folder of the results, with its folders ' +
+  const WhyScriptsMiss = 'missing. Copy the whole folder of the results, with its folders ' +
       '"model" and "FTOutput", or run the analysis again.';
 
-  /// For each script of the model that gave no data, why. These scripts run before any of ours
-  /// could listen for errors, so a broken one is loaded once more to tell broken from missing.
+  const MostNamed = 12;
+
+  /// One sentence about all files that share a trouble, with the verb for one of them and for more.
+  VelTarn.sayOf = (files, one, more, rest) => {
+    const left = files.length - MostNamed;
+    return files.slice(0, MostNamed).join(', ') + (left > 0 ? ' and ' + left + ' more' : '') + ' ' +
+        (files.length === 1 ? one : more) + ' ' + rest;
+  };
+
+  /// Which scripts of the model gave no data, and why. These scripts run before any of ours could
+  /// listen for errors, so a broken one is loaded once more to tell broken from missing.
   VelTarn.scriptProblems = async () => {
-    const problems = [];
+    const broken = [];
+    const missing = [];
     for (const source of modelSources()) {
       if (typeof window[variableOf(source)] === 'string') continue;
       const there = await loadScript(source, null);
-      problems.push(source + (there ? WhyScriptsBreak : WhyScriptsMiss));
+      (there ? broken : missing).push(source);
     }
-    return problems;
+    return [[broken, WhyScriptsBreak], [missing, WhyScriptsMiss]].filter(([files]) => files.length > 0)
+        .map(([files, why]) => VelTarn.sayOf(files, 'is', 'are', why));
   };
 
   const SvgNamespace = 'http://www.w3.org/2000/svg';

@@ -14,7 +14,8 @@ var VelTarn = {};
       'ExportedDeviation|Goto|PCCF|Children|WarningList|Warning|Event|BasicEvent|NormalEvent|' +
       'ComplementEvent|ModuleEvent|CCF|Circle|OutputDeviationNode|InputDeviationNode|' +
       'ExportedDeviationNode';
-  const StrayMarkup = new RegExp('&|<(?!\\?xml |/?(?:' + Elements + ')(?:>|/>| [A-Za-z]+="| ?/>))', 'g');
+  const StrayMarkup = new RegExp('&|\\]\\]>|<(?!\\?xml |/?(?:' + Elements + ')(?:>|/>| [A-Za-z]+="| ?/>))', 'g');
+  const Escaped = {'&': '&amp;', '<': '&lt;', ']]>': ']]&gt;'};
   const ControlCharacters = /[\u0000-\u0008\u000b\u000c\u000e-\u001f]/g;
   const AllocationBlock = /<SafetyAllocations>[\s\S]*<\/SafetyAllocations>/;
 
@@ -25,7 +26,7 @@ var VelTarn = {};
   /// escapes.
   function escapeStrayMarkup(xml) {
     const mend = (text) => text
-        .replace(StrayMarkup, (found) => (found === '&' ? '&amp;' : '&lt;'))
+        .replace(StrayMarkup, (found) => Escaped[found])
         .replace(ControlCharacters, '\ufffd');
     const block = AllocationBlock.exec(xml);
     if (!block) return mend(xml);
@@ -34,13 +35,30 @@ var VelTarn = {};
     return mend(xml.slice(0, block.index)) + allocations + mend(xml.slice(block.index + block[0].length));
   }
 
+  // Nothing between two elements of these files, so one of them in a text was made by the script, from
+  // a backslash. Warnings are written with their line ends on purpose, as scripts spell them.
+  const MadeByBackslash = /[\u0000-\u001f]/;
+  const WarningBlock = /<WarningList>[\s\S]*<\/WarningList>/;
+
+  /// The files of which a text holds a tab or another control character, as far as they were read.
+  VelTarn.changedSources = [];
+
+  function noteChangedTexts(xml, source) {
+    const texts = xml.replace(WarningBlock, '').replace(AllocationBlock, '');
+    if (MadeByBackslash.test(texts)) VelTarn.changedSources.push(source);
+  }
+
+  const unreadable = (sources, detail) => VelTarn.sayOf(sources, 'is', 'are', 'not well formed. A name or ' +
+      'description in the model holds characters that look like part of the file itself. ' + detail);
+
   function parse(xml, source) {
     const parsed = new DOMParser().parseFromString(escapeStrayMarkup(VelTarn.decodeText(xml)), 'text/xml');
     const error = parsed.getElementsByTagName('parsererror')[0];
     if (error) {
-      throw new Error(source + ' is not well formed. A name or description in the model holds ' +
-          'characters that look like part of the file itself. ' + error.textContent.trim());
+      const detail = error.textContent.trim();
+      throw Object.assign(new Error(unreadable([source], detail)), {source, detail});
     }
+    noteChangedTexts(xml, source);
     return parsed.documentElement;
   }
 
@@ -209,26 +227,39 @@ var VelTarn = {};
   VelTarn.cutSetsOf = (treeId) =>
     remember('CutSets_' + treeId, readCutSets, 'model/CutSets_' + treeId + '.js');
 
-  let fmea;
+  let found;
 
+  /// Every cut set script has the same failure modes, so the first that can be read will do.
   function findFMEA() {
-    for (const tree of VelTarn.results('FaultTrees').trees) {
+    const trees = VelTarn.results('FaultTrees').trees.filter((tree) => tree.tops.length > 0);
+    const errors = [];
+    let anyRead = false;
+    for (const tree of trees) {
       try {
         const file = VelTarn.cutSetsOf(tree.id);
-        if (file && file.fmea) return file.fmea;
+        if (file && file.fmea) return {table: file.fmea, unread: false, problem: ''};
+        anyRead = anyRead || file !== null;
       } catch (error) {
-        // The view of these cut sets says what is wrong with the file; here another one may do.
+        errors.push(error);
       }
     }
-    return null;
+    return {table: null, unread: trees.length > 0 && !anyRead,
+      problem: errors.length > 0 ? unreadable(errors.map((error) => error.source), errors[0].detail) : ''};
   }
 
-  /// Every cut set script has the same failure modes; the first that can be read will do. Null when
-  /// there is none, or the run left them out.
-  VelTarn.fmea = () => {
-    if (fmea === undefined) fmea = findFMEA();
-    return fmea;
-  };
+  function searchFMEA() {
+    if (found === undefined) found = findFMEA();
+    return found;
+  }
+
+  /// Null when no script has the failure modes: the run left them out, or no script could be read.
+  VelTarn.fmea = () => searchFMEA().table;
+
+  /// True when there may be failure modes but no script that could have them was read.
+  VelTarn.fmeaUnread = () => searchFMEA().unread;
+
+  /// Why no failure modes were found in scripts that are not well formed; else empty.
+  VelTarn.fmeaProblem = () => searchFMEA().problem;
 
   /// The event of the id, or null for one that the failure modes do not list.
   VelTarn.findEvent = (id) => {
