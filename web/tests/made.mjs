@@ -56,6 +56,56 @@ async function checkLogic(open) {
     }));
 }
 
+async function checkStates(open) {
+  const top = make.gate('Goto', 9, 'Lost', make.gate('Or', 20, 'Any', make.use(1) +
+      make.gate('Goto', 21, 'Pump lost', make.use(2))));
+  await make.withResult(folder, {trees: make.tree(9, 'Lost', {top}), cutSets: {9: fmea}}, (made) =>
+    check('the top of a tree of states is called a top event, and places below it what they are', async () => {
+      const page = await open(made, '#/tree/9/drawing');
+      assert.deepEqual(await page.locator('.node title').allTextContents(), ['Lost, Top event, 1 input',
+        'Any, OR gate, 2 inputs', 'DEFAULT::Pump.stuck, Basic event',
+        'Pump lost, Failure in another place, 1 input', 'DEFAULT::Pump.leaks, Basic event']);
+      await page.context().close();
+    }));
+}
+
+async function checkScale(open) {
+  for (const [unavailabilities, scale, widths] of [[['1'], '1e-1 to 1e0', ['100.0%']],
+    [['1', '0.1'], '1e-2 to 1e0', ['100.0%', '50.0%']], [['0.001'], '1e-4 to 1e-2', ['50.0%']]]) {
+    const trees = unavailabilities.map((unavailability, index) => make.tree(9 + index, 'Top',
+        {unavailability, top: make.use(1)})).join('');
+    await make.withResult(folder, {trees, cutSets: {}}, (made) =>
+      check('unavailabilities of ' + unavailabilities.join(' and ') + ' stand on a scale from ' + scale, async () => {
+        const page = await open(made);
+        assert.match(await page.textContent('.hint'), new RegExp('from ' + scale + '\\.'));
+        assert.deepEqual(await page.locator('.scale-fill').evaluateAll((bars) =>
+          bars.map((bar) => bar.style.width)), widths.map((width) => String(parseFloat(width)) + '%'));
+        await page.context().close();
+      }));
+  }
+}
+
+/// Paper has the sheet for every medium only, and browsers leave out backgrounds.
+async function checkPaper(open) {
+  const effect = '<Effect ID="9"><Name>Top</Name><SinglePointFailure>true</SinglePointFailure></Effect>';
+  const cutSets = {9: '<FMEA>' + make.component('Pump', make.event(1, 'Pump.stuck', {description: 'Rust', effects: effect})) + '</FMEA>'};
+  const result = {trees: make.tree(9, 'Top', {top: make.use(1), summary: '<CutSets order="1" pruned="false">5</CutSets>' +
+      '<CutSets order="2" pruned="false">10</CutSets>'}), cutSets};
+  await make.withResult(folder, result, (made) =>
+    check('a printed summary sets descriptions below names and draws its bars', async () => {
+      const page = await open(made, '#/tree/9');
+      await page.emulateMedia({media: 'print'});
+      const [name, description] = [await page.locator('section li a').boundingBox(),
+        await page.locator('section li .description').boundingBox()];
+      assert.ok(description.y >= name.y + name.height, JSON.stringify([name, description]));
+      const bars = await page.locator('.bar-fill').evaluateAll((list) => list.map((bar) =>
+        ({width: bar.getBoundingClientRect().width, border: parseFloat(getComputedStyle(bar).borderTopWidth)})));
+      assert.ok(bars.every((bar) => bar.border > 5), JSON.stringify(bars));
+      assert.ok(Math.abs(bars[1].width / bars[0].width - 2) < 0.05 && bars[1].width > 100, JSON.stringify(bars));
+      await page.context().close();
+    }));
+}
+
 async function checkSorting(open) {
   // Text order and order of size differ, and so do the six digits shown and the key behind them.
   const figures = [['A', '9e-06', '0.000009'], ['B', '0.5', '0.5'], ['C', '1e-12', '0.000000000001'],
@@ -147,6 +197,9 @@ async function checkAllocations(open) {
 
 await withBrowser(async (open) => {
   await checkLogic(open);
+  await checkStates(open);
+  await checkScale(open);
+  await checkPaper(open);
   await checkSorting(open);
   await checkWithoutFailureModes(open);
   await checkAllocations(open);

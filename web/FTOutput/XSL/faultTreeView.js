@@ -13,6 +13,7 @@
     InputDeviation: {text: 'Input deviation', symbol: 'none'},
     ExportedDeviation: {text: 'Exported deviation', symbol: 'none'},
     Goto: {text: 'Failure in another place', symbol: 'none'},
+    TopEvent: {text: 'Top event', symbol: 'none'},
     PCCF: {text: 'Potential common cause', symbol: 'none'},
     BasicEvent: {text: 'Basic event', symbol: 'circle'},
     NormalEvent: {text: 'Normal event', symbol: 'house'},

@@ -51,13 +51,14 @@
     ];
   }
 
-  /// The decades that hold all positive unavailabilities; null when there are none.
+  /// The decades that hold all positive unavailabilities, none of which is above 1; null when there
+  /// are none.
   VelTarn.decades = (trees) => {
     const exponents = trees.map((tree) => tree.unavailability.value).filter((value) => value > 0)
         .map((value) => Math.log10(value));
     if (exponents.length === 0) return null;
-    const low = Math.floor(Math.min(...exponents));
-    return {low: low - 1, high: Math.max(Math.ceil(Math.max(...exponents)), low + 1)};
+    const low = Math.min(0, Math.floor(Math.min(...exponents)));
+    return {low: low - 1, high: Math.min(0, Math.max(Math.ceil(Math.max(...exponents)), low + 1))};
   };
 
   /// Where a figure stands between the decades. It repeats the figure beside it, so screen readers

@@ -291,6 +291,8 @@ var VelTarn = {};
         node.type = event ? event.type : 'Event';
         node.name = VelTarn.eventName(node.id);
       } else {
+        // Above the top event is no place that it could be called from.
+        if (!parent && node.type === 'Goto') node.type = 'TopEvent';
         // Gates that an expression makes have no name of their own.
         if (node.name === '') node.name = VelTarn.typeText(node);
         const list = childNamed(element, 'Children') || element;
