@@ -17,7 +17,8 @@ if (detailed.length !== InDetail.length) {
 }
 const [first] = detailed;
 const runs = [['views.mjs', ...detailed], ['smoke.mjs', ...folders.filter((folder) => !isDetailed(folder))],
-  ['access.mjs', first], ['made.mjs', first], ['names.mjs', first], ['large.mjs', first]];
+  ['access.mjs', first], ['made.mjs', first], ['names.mjs', first], ['journey.mjs', first],
+  ['large.mjs', first]];
 const failed = runs.filter(([script, ...rest]) => {
   console.log(script);
   return spawnSync(process.execPath, [join(here, script), ...rest], {stdio: 'inherit'}).status !== 0;

@@ -102,7 +102,11 @@
       this.rows = [];
       this.made = 0;
       const observer = new IntersectionObserver((entries) => {
-        if (entries.some((entry) => entry.isIntersecting)) this.grow(Portion);
+        if (this.made === this.rows.length || !entries.some((entry) => entry.isIntersecting)) return;
+        this.grow(Portion);
+        // Only a new look tells an end that is still near, as when the page is scrolled on at once.
+        observer.unobserve(end);
+        observer.observe(end);
       }, {rootMargin: '600px'});
       const all = () => this.grow(Infinity);
       observer.observe(end);
@@ -121,7 +125,7 @@
     }
 
     grow(count) {
-      const next = this.rows.slice(this.made, this.made + count);
+      const next = this.rows.slice(this.made, this.made + Math.max(0, count));
       this.body.append(...next.map(makeRow));
       this.made += next.length;
     }
@@ -160,7 +164,7 @@
         make('a', {href: VelTarn.address(['fmea'])}, 'Show all components'));
   }
 
-  function render(space, route) {
+  function render(space, route, kept) {
     const fmea = VelTarn.fmea();
     space.append(make('h1', {tabindex: '-1'}, 'Failure modes and effects'));
     if (!fmea) {
@@ -190,6 +194,8 @@
             VelTarn.tableHead(Columns, sorting), body), end);
     state.rows = new GrowingRows(body, end);
     fill();
+    if (kept) state.rows.grow(kept.rows - state.rows.made);
+    VelTarn.tellPlace = () => ({rows: state.rows.made});
   }
 
   VelTarn.views.fmea = {render};

@@ -121,7 +121,7 @@
         VelTarn.button('Save as CSV', () => VelTarn.saveCsv(name, exportRows(state.shown)), 'csv'));
   }
 
-  function render(space, route) {
+  function render(space, route, kept) {
     const tree = VelTarn.treeHead(space, route, 'cutsets');
     if (tree.tops.length === 0) {
       space.append(make('p', {class: 'empty'}, 'This top event has no fault tree, so it has no cut sets.'));
@@ -158,6 +158,8 @@
     VelTarn.printWith(space, () => withHeads(state.shown).map((row, index) => () => makeRow(row, index)));
     rowBox = new VelTarn.RowBox(box, heightOf, makeRow);
     fill(route.choices.filter || '');
+    if (kept) box.scrollTop = kept.top;
+    VelTarn.tellPlace = () => ({top: box.scrollTop});
   }
 
   VelTarn.views.cutsets = {render};

@@ -82,15 +82,21 @@
 
   function searchTools(state) {
     const result = make('span', {class: 'count', role: 'status'});
-    let text = '';
-    const go = (step) => {
-      const {count, place} = state.search(text, step);
-      result.textContent = text.trim() === '' ? '' : (count === 0 ? 'not found' : place + ' of ' + count);
+    const tell = () => {
+      const found = state.found();
+      const place = found.indexOf(state.chosen) + 1;
+      const foundText = place > 0 ? place + ' of ' + found.length : found.length + ' found';
+      result.textContent = state.searched.trim() === '' ? '' : (found.length === 0 ? 'not found' : foundText);
     };
-    const field = VelTarn.filterField('Find a node', '', 'find', (value) => {
-      text = value;
+    const go = (step) => {
+      state.search(step);
+      tell();
+    };
+    const field = VelTarn.filterField('Find a node', state.searched, 'find', (value) => {
+      state.searched = value;
       go(0);
     });
+    tell();
     field.addEventListener('keydown', (event) => {
       if (event.key === 'Enter') go(event.shiftKey ? -1 : 1);
     });
@@ -102,7 +108,7 @@
     VelTarn.button('Close all', () => state.setAllOpen(false), 'close-all')];
 
   /// What both forms need: the tools above, the place for the form, the details of the chosen node.
-  function frame(space, route, active) {
+  function frame(space, route, active, kept) {
     const tree = VelTarn.treeHead(space, route, active);
     const root = VelTarn.logicOf(tree);
     if (!root) {
@@ -111,10 +117,16 @@
     }
     const panel = make('aside', {'class': 'details', 'aria-label': 'Chosen node'});
     const state = new VelTarn.TreeState(tree, root, route.choices.node, () => {});
+    if (kept) state.restore(kept);
     const tools = make('div', {class: 'toolbar'}, ...searchTools(state), ...openTools(state));
     const place = make('div', {class: 'tree-place'});
     space.append(tools, make('div', {class: 'tree-frame'}, place, panel));
-    const showDetails = () => VelTarn.showNodeDetails(panel, state.chosen, tree, (node) => state.choose(node));
+    const choose = (node) => {
+      state.choose(node);
+      // The pressed entry is gone with what was shown of the node before.
+      place.querySelector('[role="tree"]').focus({preventScroll: true});
+    };
+    const showDetails = () => VelTarn.showNodeDetails(panel, state.chosen, tree, choose);
     return {state, tools, place, showDetails};
   }
 
@@ -282,8 +294,20 @@
       VelTarn.whenLeft(() => observer.disconnect());
     }
 
-    start() {
+    /// The window on the drawing, for the way back.
+    place() {
+      const {x, y, scale} = this;
+      return {x, y, scale};
+    }
+
+    start(kept) {
       const {root} = this.state;
+      if (kept) {
+        this.layout = layOut(root, this.state.open);
+        Object.assign(this, {x: kept.x, y: kept.y, scale: kept.scale});
+        this.draw();
+        return;
+      }
       const {clientWidth: width, clientHeight: height} = this.box;
       this.state.openAtFirst((open) => {
         const layout = layOut(root, open);
@@ -354,6 +378,7 @@
       if (!this.layout) return;
       this.layer.setAttribute('transform',
           'translate(' + this.x + ',' + this.y + ') scale(' + this.scale + ')');
+      VelTarn.placeChanged();
       const touches = this.inView();
       const {chosen} = this.state;
       const spots = this.layout.placed.filter((spot) => touches(spot.x, spot.x, spot.y, spot.y));
@@ -501,8 +526,8 @@
   }
 
   VelTarn.views.drawing = {
-    render(space, route) {
-      const parts = frame(space, route, 'drawing');
+    render(space, route, kept) {
+      const parts = frame(space, route, 'drawing', kept);
       if (!parts) return;
       const {state, tools, place, showDetails} = parts;
       const drawing = new VelTarn.TreeDrawing(place, state);
@@ -520,24 +545,27 @@
           'minus zoom, 0 fits, Enter goes from a transfer to its target. ' + Hint));
       VelTarn.printWith(space, () => [() => drawing.toSvg()]);
       showDetails();
-      drawing.start();
+      drawing.start(kept);
+      VelTarn.tellPlace = () => ({...state.place(), ...drawing.place()});
     },
   };
 
   VelTarn.views.outline = {
-    render(space, route) {
-      const parts = frame(space, route, 'outline');
+    render(space, route, kept) {
+      const parts = frame(space, route, 'outline', kept);
       if (!parts) return;
       const {state, place, showDetails} = parts;
       const outline = new VelTarn.Outline(place, state);
       state.changed = () => {
         outline.update();
         showDetails();
+        VelTarn.placeChanged();
       };
       space.append(make('p', {class: 'hint'}, Hint));
       VelTarn.printWith(space, () => outline.printedLines());
       showDetails();
-      outline.start();
+      outline.start(kept);
+      VelTarn.tellPlace = () => ({...state.place(), top: outline.box.scrollTop});
     },
   };
 }());

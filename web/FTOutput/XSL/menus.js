@@ -2,7 +2,8 @@
 //
 // Every view enters itself in VelTarn.views under the last word of its address, with a title and a
 // function that fills an element. What a view shows stands in the address line, so that back,
-// forward and bookmarks work without any state of our own.
+// forward and bookmarks work. Where the reader was in it is kept with each step of the way: the function
+// is given what the view told of its place before, or null.
 'use strict';
 
 VelTarn.views = {};
@@ -73,12 +74,16 @@ VelTarn.views = {};
   }
 
   /// Sorting and choosing draw a view anew; the keyboard stays where it was. Another view starts at
-  /// its title.
-  function placeFocus(space, sameView, key) {
+  /// its title, and so does one in which what had the keyboard is gone.
+  function placeFocus(space, sameView, focused) {
     if (sameView) {
+      if (!focused || focused === document.body) return;
+      const key = focused.dataset.focus;
       const last = key && document.querySelector('[data-focus="' + CSS.escape(key) + '"]');
-      if (last) last.focus({preventScroll: true});
-      return;
+      if (last) {
+        last.focus({preventScroll: true});
+        return;
+      }
     }
     window.scrollTo(0, 0);
     const title = space.querySelector('h1');
@@ -107,12 +112,12 @@ VelTarn.views = {};
     if (text !== '' && !problems.includes(text)) problems.push(text);
   }
 
-  function fillSpace(space, view, route) {
+  function fillSpace(space, view, route, kept) {
     addProblem(VelTarn.fmeaProblem());
     if (problems.length > 0) space.append(describeProblems(problems));
     if (VelTarn.changedSources.length > 0) space.append(describeChanges(VelTarn.changedSources));
     try {
-      if (view) view.render(space, route);
+      if (view) view.render(space, route, kept);
       else unknownView(space);
     } catch (error) {
       const told = error.source && problems.some((text) => text.includes(error.source));
@@ -126,9 +131,11 @@ VelTarn.views = {};
     const route = VelTarn.currentRoute();
     const name = viewOf(route);
     const place = route.path.join('/');
-    const focused = document.activeElement && document.activeElement.dataset.focus;
+    const focused = document.activeElement;
+    const kept = VelTarn.keptPlace();
     if (VelTarn.leaveView) VelTarn.leaveView();
     VelTarn.leaveView = null;
+    VelTarn.tellPlace = null;
     let results = null;
     try {
       results = VelTarn.results(source);
@@ -137,14 +144,22 @@ VelTarn.views = {};
     }
     fillMenu(name, results);
     const space = spaceFor(name);
-    if (results) fillSpace(space, VelTarn.views[name], route);
+    if (results) fillSpace(space, VelTarn.views[name], route, kept && kept.view);
     else space.append(make('h1', {tabindex: '-1'}, heading), describeProblems(problems));
     const title = space.querySelector('h1');
     document.title = (title ? title.textContent + ' - ' : '') + pageTitle;
     if (shownPlace !== null) placeFocus(space, shownPlace === place, focused);
+    if (kept) window.scrollTo(0, kept.scroll);
     shownPlace = place;
     VelTarn.shownHash = window.location.hash;
   };
+
+  /// Two steps of the way may have the same address, which only this event tells apart.
+  function onStep(event) {
+    if (!event.state || VelTarn.shownHash !== window.location.hash) return;
+    VelTarn.shownHash = null;
+    VelTarn.show();
+  }
 
   /// A view that holds listeners or observers outside its own elements gives the function that ends
   /// them.
@@ -170,7 +185,9 @@ VelTarn.views = {};
     await VelTarn.mendCharacterSet();
     problems = await VelTarn.scriptProblems();
     window.addEventListener('hashchange', VelTarn.show);
+    window.addEventListener('popstate', onStep);
     VelTarn.show();
+    VelTarn.followPlaces();
   };
 
   /// The head of the page, before anything is read.

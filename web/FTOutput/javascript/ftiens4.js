@@ -260,6 +260,13 @@
     for (let above = node.parent; above; above = above.parent) open.add(above.key);
   }
 
+  function isBelow(node, top) {
+    for (let above = node.parent; above; above = above.parent) {
+      if (above === top) return true;
+    }
+    return false;
+  }
+
   /// The state that drawing and outline share: what is open, what is chosen, what was searched.
   /// `changed(what)` is told after every change.
   VelTarn.TreeState = class {
@@ -268,6 +275,7 @@
       this.root = root;
       this.nodes = allNodes(root);
       this.open = new Set();
+      this.searched = '';
       this.chosen = this.nodes.find((node) => node.key === chosenKey) || root;
       this.changed = changed;
     }
@@ -278,6 +286,17 @@
       openWayTo(this.chosen, this.open);
     }
 
+    /// What is open and searched, for the way back; the address has the chosen node.
+    place() {
+      return {open: Array.from(this.open), searched: this.searched};
+    }
+
+    restore({open, searched}) {
+      this.open = new Set(open);
+      this.searched = searched;
+      openWayTo(this.chosen, this.open);
+    }
+
     choose(node) {
       openWayTo(node, this.open);
       this.chosen = node;
@@ -285,32 +304,44 @@
       this.changed();
     }
 
+    /// What is closed over the chosen node is chosen in its place.
     setOpen(node, isOpen) {
       if (node.children.length === 0) return;
-      if (isOpen) this.open.add(node.key);
-      else this.open.delete(node.key);
+      if (isOpen) {
+        this.open.add(node.key);
+      } else {
+        this.open.delete(node.key);
+        if (isBelow(this.chosen, node)) {
+          this.choose(node);
+          return;
+        }
+      }
       this.changed();
     }
 
     setAllOpen(isOpen) {
-      this.open = new Set(isOpen ? this.nodes.map((node) => node.key) : [this.root.key]);
+      const gates = this.nodes.filter((node) => node.children.length > 0);
+      this.open = new Set(isOpen ? gates.map((node) => node.key) : [this.root.key]);
       if (!isOpen) openWayTo(this.chosen, this.open);
       this.changed();
     }
 
-    /// The next node after the chosen one whose text has all words of the search, in reading order
-    /// and from the end on to the start again. False when there is none.
-    search(text, step) {
-      const matches = VelTarn.matcher(text);
-      const found = this.nodes.filter((node) => matches(node.name));
-      if (text.trim() === '' || found.length === 0) return {count: 0, place: 0};
+    /// The nodes whose text has all words of the search, in reading order.
+    found() {
+      const matches = VelTarn.matcher(this.searched);
+      return this.searched.trim() === '' ? [] : this.nodes.filter((node) => matches(node.name));
+    }
+
+    /// Chooses the next node after the chosen one that is found, from the end on to the start again.
+    search(step) {
+      const found = this.found();
+      if (found.length === 0) return;
       const at = Number(this.chosen.key);
       const ahead = step > 0 ? found.find((node) => Number(node.key) > at) :
         found.filter((node) => Number(node.key) < at).pop();
       const next = step === 0 && found.includes(this.chosen) ? this.chosen :
         ahead || (step < 0 ? found[found.length - 1] : found[0]);
       this.choose(next);
-      return {count: found.length, place: found.indexOf(next) + 1};
     }
   };
 
@@ -341,10 +372,11 @@
           (row) => this.makeRow(row));
     }
 
-    start() {
+    start(kept) {
       const {root} = this.state;
-      this.state.openAtFirst((open) => openNodes(root, open).length <= FirstLines);
+      if (!kept) this.state.openAtFirst((open) => openNodes(root, open).length <= FirstLines);
       this.update();
+      if (kept) this.box.scrollTop = kept.top;
     }
 
     update() {

@@ -146,6 +146,41 @@
     return {path: parts, choices: Object.fromEntries(new URLSearchParams(query || ''))};
   };
 
+  /// What of a view the address does not say, as plain data: a function that the view sets while it is
+  /// drawn. How far the page is scrolled is kept for all of them.
+  VelTarn.tellPlace = null;
+
+  /// {scroll, view} as last kept for this step of the reader's way; null when the step is new.
+  VelTarn.keptPlace = () => (window.history.state && window.history.state.place) || null;
+
+  /// Keeps the place in the present entry of the history, so that back and forward find it again.
+  VelTarn.savePlace = () => {
+    // The entry may be another one already while the old view still stands.
+    if (VelTarn.shownHash !== window.location.hash) return;
+    const place = {scroll: window.scrollY, view: VelTarn.tellPlace ? VelTarn.tellPlace() : null};
+    try {
+      window.history.replaceState({...window.history.state, place}, '');
+    } catch (error) {
+      // Some browsers allow so many changes in half a minute only; a later one is taken again.
+    }
+  };
+
+  const RestingTime = 200;  // Milliseconds after the last movement.
+  let restTimer = 0;
+
+  VelTarn.placeChanged = () => {
+    window.clearTimeout(restTimer);
+    restTimer = window.setTimeout(VelTarn.savePlace, RestingTime);
+  };
+
+  /// Keeps places from now on: at rest, and before a click leads away.
+  VelTarn.followPlaces = () => {
+    window.history.scrollRestoration = 'manual';  // Views are drawn too late for the browser.
+    document.addEventListener('scroll', VelTarn.placeChanged, {capture: true, passive: true});
+    document.addEventListener('input', VelTarn.placeChanged, true);
+    document.addEventListener('click', VelTarn.savePlace, true);
+  };
+
   /// Writes what was chosen into the address line without a step for the back button: typing a
   /// filter is no journey. The view has already shown it.
   VelTarn.keepChoices = (choices) => {
@@ -154,5 +189,6 @@
     if (hash === window.location.hash) return;
     VelTarn.shownHash = hash;
     window.location.replace(hash);
+    VelTarn.placeChanged();  // The replaced entry has lost it.
   };
 }());
