@@ -55,7 +55,8 @@ var VelTarn = {};
     const parsed = new DOMParser().parseFromString(escapeStrayMarkup(VelTarn.decodeText(xml)), 'text/xml');
     const error = parsed.getElementsByTagName('parsererror')[0];
     if (error) {
-      const detail = error.textContent.trim();
+      // Some browsers wrap what they found in sentences about a page that nobody sees.
+      const detail = (error.querySelector('div') || error).textContent.trim();
       throw Object.assign(new Error(unreadable([source], detail)), {source, detail});
     }
     noteChangedTexts(xml, source);
