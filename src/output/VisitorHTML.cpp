@@ -72,6 +72,9 @@ std::string PathToShow(const std::string& path) {
   if (error) throw std::filesystem::filesystem_error("exists", path, error);
   if (!exists) return "";
   if (std::filesystem::path(path).is_absolute()) return path;
+  // Without ".." it is easier to read, but behind a link to a folder it may name another file.
+  const auto plain = AbsolutePath(path);
+  if (plain && std::filesystem::equivalent(*plain, path, error)) return *plain;
   return JoinPath(std::filesystem::current_path().string(), path);
 }
 

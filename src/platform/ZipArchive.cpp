@@ -93,12 +93,13 @@ int UnpackArchive(const std::string& archivePath, const std::string& folder) {
   if (!archive) return ZipNoArchive;
   unz_global_info64 info{};
   if (unzGetGlobalInfo64(archive.get(), &info) != UNZ_OK) return ZipBrokenArchive;
-  int status = unzGoToFirstFile(archive.get());
+  // The library finds fault with a list of nothing.
+  int status = info.number_entry == 0 ? UNZ_END_OF_LIST_OF_FILE : unzGoToFirstFile(archive.get());
   for (ZPOS64_T i = 0; i < info.number_entry && status == UNZ_OK; ++i) {
     WriteEntry(archive, folder);
     status = unzGoToNextFile(archive.get());
   }
-  return ZipOk;
+  return status == UNZ_OK || status == UNZ_END_OF_LIST_OF_FILE ? ZipOk : ZipBrokenArchive;
 }
 
 ZipEntry ReadZipEntry(const std::string& archivePath, const std::string& entryName) {

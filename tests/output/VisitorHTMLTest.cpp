@@ -12,6 +12,7 @@
 #include "platform/FileSystem.h"
 #include "support/BrakeModel.h"
 #include "support/CapturedStreams.h"
+#include "support/CurrentFolder.h"
 #include "support/Golden.h"
 #include "support/ProcessStateTest.h"
 #include "support/TemporaryFolder.h"
@@ -97,13 +98,44 @@ TEST_F(VisitorHTMLTest, PathToShowIsAbsolute) {
 }
 
 TEST_F(VisitorHTMLTest, PathToShowIsAbsoluteForARelativeFolderToo) {
-  const std::filesystem::path before = std::filesystem::current_path();
-  std::filesystem::current_path(folder.Path());
+  const CurrentFolder inside(folder.Path());
   Config::Instance().outputDir = "results";
   Write();
-  std::filesystem::current_path(before);
   EXPECT_TRUE(std::filesystem::path(writer.viewerPath).is_absolute()) << writer.viewerPath;
   EXPECT_TRUE(std::filesystem::exists(writer.viewerPath)) << writer.viewerPath;
+}
+
+TEST_F(VisitorHTMLTest, PathToShowHasNoWayUpInIt) {
+  std::filesystem::create_directory(folder.Path("here"));
+  const CurrentFolder inside(folder.Path("here"));
+  Config::Instance().outputDir = "../there/x/..";
+  Write();
+  EXPECT_EQ(writer.viewerPath, folder.Path("there/brake.v2-FMEAOutput/Index.html"));
+}
+
+TEST_F(VisitorHTMLTest, PathToShowKeepsAWayUpOutOfALinkedFolder) {
+  std::filesystem::create_directories(folder.Path("far/away"));
+  std::filesystem::create_directory(folder.Path("here"));
+  const CurrentFolder inside(folder.Path("here"));
+  std::filesystem::create_directory_symlink(folder.Path("far/away"), "link");
+  Config::Instance().outputDir = "link/..";
+  Write();
+  EXPECT_TRUE(folder.Contains("far/brake.v2-FMEAOutput/Index.html"));
+  EXPECT_EQ(writer.viewerPath, folder.Path("here/link/../brake.v2-FMEAOutput/Index.html"));
+}
+
+TEST_F(VisitorHTMLTest, StartPageOfUnknownStateEndsTheWriting) {
+  std::filesystem::create_directories(folder.Path("brake.v2-FMEAOutput"));
+  const std::string page = folder.Path("brake.v2-FMEAOutput/Index.html");
+  std::filesystem::create_symlink("Index.html", page);  // To itself, so that nobody gets there.
+  try {
+    Write();
+    FAIL() << "nothing was thrown";
+  } catch (const std::filesystem::filesystem_error& error) {
+    EXPECT_NE(std::string(error.what()).find("exists"), std::string::npos) << error.what();
+    EXPECT_EQ(error.path1(), page);
+    EXPECT_EQ(error.code(), std::errc::too_many_symbolic_link_levels);
+  }
 }
 
 TEST_F(VisitorHTMLTest, StartPageThatCannotBeMadeIsTold) {

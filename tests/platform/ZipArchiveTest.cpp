@@ -80,6 +80,28 @@ TEST_F(ZipArchiveTest, UnpackingTellsThatThereIsNoArchive) {
   EXPECT_EQ(UnpackArchive(folder.Write("text.zip", "no archive"), folder.Path()), ZipNoArchive);
 }
 
+TEST_F(ZipArchiveTest, UnpackingTellsThatTheListOfEntriesIsBroken) {
+  const std::string archive = Archive({{"a.js", "var a;"}, {"b.js", "var b;"}});
+  const std::string bytes = folder.Read("a.vtnx");
+  const std::size_t first = Find(bytes, DirectoryEntry);
+  const std::size_t second = bytes.find(DirectoryEntry, first + 1);
+  ASSERT_NE(second, std::string::npos);
+  for (const std::size_t entry : {first, second}) {
+    std::string broken = bytes;
+    broken[entry] = 'X';
+    folder.Write("a.vtnx", broken);
+    EXPECT_EQ(UnpackArchive(archive, folder.Path("out")), 0x80000) << entry;
+  }
+  EXPECT_EQ(folder.Read("out/a.js"), "var a;");  // Which stands before the second.
+  EXPECT_FALSE(folder.Contains("out/b.js"));
+}
+
+TEST_F(ZipArchiveTest, ArchiveOfNothingIsUnpacked) {
+  // The end of the list alone; the library doesn't look for it at the very start of a file.
+  folder.Write("a.zip", "text" + std::string("PK\x05\x06") + std::string(18, '\0'));
+  EXPECT_EQ(UnpackArchive(folder.Path("a.zip"), folder.Path("out")), ZipOk);
+}
+
 TEST_F(ZipArchiveTest, EmptyEntryIsFound) {
   const ZipEntry entry = ReadZipEntry(Archive({{"a.xml", ""}}), "a.xml");
   EXPECT_EQ(entry.status, ZipOk);
