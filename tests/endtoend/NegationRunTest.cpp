@@ -175,6 +175,16 @@ TEST_F(NegationRunTest, LimitIsAppliedToExpandedModules) {
       << "Dropped sets still count for the highest order.";
 }
 
+TEST_F(NegationRunTest, LimitThatMayHideSmallerCutSetsIsTold) {
+  const std::string warning =
+      "The order limit may hide smaller cut sets, which negation would make ";
+  const ProgramRun run = Run({"A AND B OR A AND NOT B"}, {"maxcutset=1"});
+  EXPECT_THAT(run.errors, HasSubstr(warning));
+  EXPECT_THAT(Run({"A AND B"}, {"maxcutset=1"}).errors, Not(HasSubstr(warning)));
+  EXPECT_THAT(Run({"A AND B OR A AND NOT B"}).errors, Not(HasSubstr(warning)));
+  EXPECT_THAT(CutSets(), UnorderedElementsAre("A"));
+}
+
 TEST_F(NegationRunTest, DiagramsTellTheirSizeInSilentRunsToo) {
   const ProgramRun run = Run({"A OR A"}, {"useBDDs=true", "runSilent=true"});
   EXPECT_THAT(run.output, HasSubstr("      3 nodes in tree\n      Collecting cut sets...\n"));
