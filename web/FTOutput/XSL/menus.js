@@ -32,11 +32,30 @@ VelTarn.views = {};
     return entries;
   }
 
+  /// The pages of an analysis. Those of a search bring their own: where the results come from, which
+  /// views there are, what the menu lists, and the way home.
+  const analysis = {
+    /// Gives what could not be read, a sentence each.
+    prepare: async () => {
+      await VelTarn.mendCharacterSet();
+      return VelTarn.scriptProblems();
+    },
+    results: () => VelTarn.results(source),
+    views: VelTarn.views,
+    entries: menuEntries,
+    home: 'Go to the overview of all top events',
+  };
+
+  let site = analysis;
+  let menuLinks = new Map();
+
   function fillMenu(active, results) {
     const place = document.getElementById('MenuHeader');
-    const links = results ? menuEntries(results).map(([name, path, title]) => make('li', {},
-        make('a', {'href': VelTarn.address(path), 'aria-current': name === active ? 'page' : null,
-          'data-focus': 'menu-' + name}, title))) : [];
+    const entries = results ? site.entries(results) : [];
+    menuLinks = new Map(entries.map(([name, path, title, choices]) => [name,
+      make('a', {'href': VelTarn.address(path, choices), 'aria-current': name === active ? 'page' : null,
+        'data-focus': 'menu-' + name}, title)]));
+    const links = Array.from(menuLinks.values(), (link) => make('li', {}, link));
     place.setAttribute('role', 'banner');
     place.replaceChildren(
         make('a', {href: '#/', class: 'skip-link', click: skipToContent}, 'Skip to the content'),
@@ -44,6 +63,13 @@ VelTarn.views = {};
             make('span', {class: 'model'}, results && results.model ? results.model : heading)),
         make('nav', {'aria-label': 'Results'}, make('ul', {class: 'menu'}, ...links)));
   }
+
+  /// What the menu's addresses take along may change while a view is shown.
+  VelTarn.updateMenu = () => {
+    for (const [name, path, , choices] of site.entries(site.results())) {
+      menuLinks.get(name).setAttribute('href', VelTarn.address(path, choices));
+    }
+  };
 
   function describeProblems(problems) {
     return make('div', {class: 'problem', role: 'alert'},
@@ -92,7 +118,7 @@ VelTarn.views = {};
 
   function unknownView(space) {
     space.append(make('h1', {tabindex: '-1'}, 'There is nothing at this address'),
-        make('p', {}, make('a', {href: '#/'}, 'Go to the overview of all top events')));
+        make('p', {}, make('a', {href: '#/'}, site.home)));
   }
 
   let shownPlace = null;
@@ -113,7 +139,7 @@ VelTarn.views = {};
   }
 
   function fillSpace(space, view, route, kept) {
-    addProblem(VelTarn.fmeaProblem());
+    if (site === analysis) addProblem(VelTarn.fmeaProblem());
     if (problems.length > 0) space.append(describeProblems(problems));
     if (VelTarn.changedSources.length > 0) space.append(describeChanges(VelTarn.changedSources));
     try {
@@ -138,13 +164,13 @@ VelTarn.views = {};
     VelTarn.tellPlace = null;
     let results = null;
     try {
-      results = VelTarn.results(source);
+      results = site.results();
     } catch (error) {
       addProblem(error.message);
     }
     fillMenu(name, results);
     const space = spaceFor(name);
-    if (results) fillSpace(space, VelTarn.views[name], route, kept && kept.view);
+    if (results) fillSpace(space, site.views[name], route, kept && kept.view);
     else space.append(make('h1', {tabindex: '-1'}, heading), describeProblems(problems));
     const title = space.querySelector('h1');
     document.title = (title ? title.textContent + ' - ' : '') + pageTitle;
@@ -180,10 +206,10 @@ VelTarn.views = {};
   }
 
   /// Shows the results of the variable and follows the address line from then on.
-  VelTarn.start = async (variable) => {
+  VelTarn.start = async (variable, pages = analysis) => {
     source = variable;
-    await VelTarn.mendCharacterSet();
-    problems = await VelTarn.scriptProblems();
+    site = pages;
+    problems = await site.prepare();
     window.addEventListener('hashchange', VelTarn.show);
     window.addEventListener('popstate', onStep);
     VelTarn.show();

@@ -20,11 +20,6 @@
     return tree;
   };
 
-  /// Term and figure pairs; figures that the file does not give are named as such.
-  VelTarn.figureList = (pairs) => make('dl', {class: 'figures'}, ...pairs.map(([term, figure]) =>
-    make('div', {}, make('dt', {}, term),
-        make('dd', {}, (figure.text === undefined ? figure : figure.text) || 'not given'))));
-
   function chartRow(entry, largest) {
     const bar = make('span', {'class': entry.pruned ? 'bar-fill pruned' : 'bar-fill',
       'aria-hidden': 'true'});

@@ -17,10 +17,10 @@
     const node = event.closest('EncodingNode');
     const level = Number(textOf(event, 'SafetyRequirement') || NoLevel);
     return {component: textOf(node && childOf(node, 'Component'), 'FullName'),
-      event: textOf(event, 'Name'), level: level === NoLevel ? NaN : level};
+      event: textOf(event, 'Name'), id: textOf(event, 'ID'), level: level === NoLevel ? NaN : level};
   }
 
-  /// {component, event, level} for every event below the element, in the order of the file; the level
+  /// {component, event, id, level} for every event below the element, in the order of the file; the level
   /// is NaN where the allocation gives none.
   VelTarn.asilLevels = (element) => Array.from(element.getElementsByTagName('BasicEvent'))
       .filter((event) => event.parentElement.nodeName === 'BasicEvents').map(readLevel);

@@ -26,13 +26,16 @@
 
   /// Model files come in Latin-1 and in UTF-8, and the sign of a negated event is one byte of
   /// Latin-1 before either. Two letters of Latin-1 may look like one of UTF-8, so a single byte that
-  /// cannot be UTF-8 decides for the whole text.
-  VelTarn.decodeText = (text) => {
-    if (document.characterSet === 'UTF-8' && !reloaded) return text;
+  /// cannot be UTF-8 decides for the whole text. This is for texts that were read byte by byte, as
+  /// Windows-1252.
+  VelTarn.decodeBytes = (text) => {
     const runs = text.match(HighCharacters) || [];
     if (runs.some((run) => NoUtf8.test(toByteText(run).replace(Utf8Sequence, '')))) return text;
     return text.replace(HighCharacters, (run) => toByteText(run).replace(Utf8Sequence, decodeSequence));
   };
+
+  VelTarn.decodeText = (text) =>
+    (document.characterSet === 'UTF-8' && !reloaded ? text : VelTarn.decodeBytes(text));
 
   let reloaded = false;
 
@@ -123,6 +126,11 @@
 
   VelTarn.makeSvg = (tag, attributes, ...children) =>
     fill(document.createElementNS(SvgNamespace, tag), attributes, children);
+
+  /// Term and figure pairs; figures that the file does not give are named as such.
+  VelTarn.figureList = (pairs) => VelTarn.make('dl', {class: 'figures'}, ...pairs.map(([term, figure]) =>
+    VelTarn.make('div', {}, VelTarn.make('dt', {}, term),
+        VelTarn.make('dd', {}, (figure.text === undefined ? figure : figure.text) || 'not given'))));
 
   /// The address of a view: its path, then what is chosen in it. Empty choices are left out.
   VelTarn.address = (path, choices) => {
