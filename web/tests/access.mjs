@@ -1,31 +1,15 @@
 // No barriers: every view by the rules of WCAG AA, light, dark and narrow.
 import assert from 'node:assert/strict';
-import {readFileSync} from 'node:fs';
-import {createRequire} from 'node:module';
-import {check, finish, resultFolders, show, withBrowser} from './browser.mjs';
+import {axeSource, checkBarriers, Settings} from './barriers.mjs';
+import {finish, resultFolders, withBrowser} from './browser.mjs';
 import {readExpected} from './expected.mjs';
 import * as make from './model.mjs';
-
-const axeSource = readFileSync(createRequire(import.meta.url).resolve('axe-core/axe.min.js'), 'utf8');
-const Settings = [{width: 1280, scheme: 'light'}, {width: 1280, scheme: 'dark'}, {width: 360, scheme: 'light'}];
-
-async function checkView(page, hash, {width, scheme}) {
-  await check('no barrier at ' + hash + ', ' + width + ' wide, ' + scheme, async () => {
-    await show(page, hash);
-    // Style sheets beside a page on disk cannot be fetched, and axe can do without.
-    const {violations} = await page.evaluate(() => window.axe.run({preload: false, resultTypes: ['violations']}));
-    assert.deepEqual(violations.map((found) => found.id + ': ' + found.nodes[0].html), []);
-    const [shown, available] = await page.evaluate(() =>
-      [document.documentElement.scrollWidth, document.documentElement.clientWidth]);
-    assert.ok(shown <= available, 'the page is wider than its window: ' + shown);
-  });
-}
 
 async function checkViews(open, folder, views) {
   for (const setting of Settings) {
     const page = await open(folder, '', setting);
     await page.evaluate(axeSource);
-    for (const hash of views) await checkView(page, hash, setting);
+    for (const hash of views) await checkBarriers(page, hash, setting);
     assert.deepEqual(page.errors, []);
     await page.context().close();
   }
@@ -50,7 +34,7 @@ await withBrowser(async (open) => {
     for (const setting of Settings) {
       const page = await open(made, '', setting);
       await page.evaluate(axeSource);
-      for (const hash of ['#/', '#/allocations', '#/allocations/0', '#/warnings', way]) await checkView(page, hash, setting);
+      for (const hash of ['#/', '#/allocations', '#/allocations/0', '#/warnings', way]) await checkBarriers(page, hash, setting);
       await page.context().close();
     }
   });

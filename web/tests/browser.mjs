@@ -7,6 +7,9 @@ import {chromium} from 'playwright-core';
 const Arguments = ['--no-sandbox', '--disable-gpu', '--disable-quic', '--no-first-run',
   '--disable-background-networking', '--disable-component-update', '--disable-sync'];
 
+/// What a browser reports about a script that is not there.
+export const MissingScript = 'Failed to load resource: net::ERR_FILE_NOT_FOUND';
+
 let failures = 0;
 let checks = 0;
 
@@ -33,12 +36,14 @@ export function resultFolders() {
   return folders;
 }
 
-/// Gives the body a function that opens pages: open(folder, hash, {width, scheme}) -> page. Whatever a page
-/// writes to its console as an error is in `page.errors`; a request beyond the disk is one, too.
+/// Gives the body a function that opens pages: open(folder, hash, {width, scheme}) -> page; instead of a
+/// folder with Index.html it takes the path of a page. Whatever a page writes to its console as an error is
+/// in `page.errors`; a request beyond the disk is one, too. A page that was opened before is used again when
+/// it is given as `tab`.
 export async function withBrowser(body) {
   const browser = await chromium.launch(
       {executablePath: process.env.CHROMIUM || '/usr/bin/chromium', args: Arguments});
-  const open = async (folder, hash = '', {width = 1280, scheme = 'light'} = {}) => {
+  const openTab = async ({width = 1280, scheme = 'light'}) => {
     const context = await browser.newContext({viewport: {width, height: 800}, colorScheme: scheme,
       acceptDownloads: true, permissions: ['clipboard-read', 'clipboard-write']});
     const page = await context.newPage();
@@ -51,7 +56,12 @@ export async function withBrowser(body) {
     page.on('request', (request) => {
       if (!/^(file|blob|data):/.test(request.url())) page.errors.push('network: ' + request.url());
     });
-    await page.goto(pathToFileURL(folder + '/Index.html').href + hash);
+    return page;
+  };
+  const open = async (folder, hash = '', {tab, ...setting} = {}) => {
+    const page = tab || await openTab(setting);
+    page.errors = [];
+    await page.goto(pathToFileURL(folder.endsWith('.html') ? folder : folder + '/Index.html').href + hash);
     await page.waitForSelector('[role="main"] h1');
     return page;
   };

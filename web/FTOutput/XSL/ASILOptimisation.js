@@ -22,10 +22,9 @@
   /// A flat list of events.
   VelTarn.fixedLevels = (element) => choices(VelTarn.xmlChildren(element, 'EncodingNode').map((node) => {
     const part = VelTarn.xmlChild(node, 'Component');
-    // Only one of the two texts has the owner in it.
-    const [whole] = [text(part, 'Name'), text(part, 'BasicEvent')]
-        .sort((left, right) => splitOwner(right)[0].length - splitOwner(left)[0].length);
-    const shown = splitOwner(whole)[0] === '' ? text(part, 'BasicEvent') || whole : whole;
+    // One of the two texts has the owner in it. Of an event without one, a text is "None".
+    const known = [text(part, 'Name'), text(part, 'BasicEvent')].filter((whole) => whole !== '' && whole !== 'None');
+    const shown = known.find((whole) => splitOwner(whole)[0] !== '') || known[0] || 'None';
     const level = text(part, 'SafetyRequirement');
     return levelRow(...splitOwner(shown), text(part, 'ID'), level === '' ? NaN : Number(level));
   }));

@@ -141,8 +141,8 @@
     if (kept === design) return make('span', {class: 'kept-mark'}, 'Kept');
     const [href, text, label] = kept ?
       [VelTarn.address(['compare', kept.key, design.key]), 'Compare with ' + kept.key,
-        'Compare design ' + design.key + ' with design ' + kept.key] :
-      [VelTarn.address(path, {...choices, with: design.key}), 'Compare', 'Keep design ' + design.key + ' for comparison'];
+        'Compare with ' + kept.key + ': design ' + design.key] :
+      [VelTarn.address(path, {...choices, with: design.key}), 'Compare', 'Compare design ' + design.key + ' with another'];
     return make('a', {href, 'aria-label': label, 'data-focus': 'compare-' + design.key}, text);
   };
 }());

@@ -86,9 +86,9 @@
 
     showHead(sorting) {
       this.head.replaceChildren(make('div', {'class': 'row head', 'role': 'row', 'aria-rowindex': '1'},
-          ...this.columns.map((column) => make('div', {'role': 'columnheader', 'class': column.numeric ? 'figure' : null,
+          ...this.columns.map((column) => make('div', {'role': 'columnheader', 'class': column.value ? (column.numeric ? 'figure' : null) : 'unsorted',
             'aria-sort': column.value ? VelTarn.ariaSort(column, sorting) : null},
-          column.value ? VelTarn.sortButton(column, sorting) : make('span', {class: 'unsorted'}, column.title)))));
+          column.value ? VelTarn.sortButton(column, sorting) : column.title))));
     }
 
     show(designs) {
