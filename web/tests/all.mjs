@@ -14,7 +14,8 @@ const searches = process.argv.slice(2).filter(isSearch);
 const isDetailed = (folder) => InDetail.some((name) => basename(folder).startsWith(name + '-'));
 const detailed = folders.filter(isDetailed);
 if (detailed.length !== InDetail.length || searches.length !== 1) {
-  console.error('usage: node all.mjs <folder with Index.html>... <folder of a search>; needed are ' + InDetail.join(', '));
+  console.error('usage: node all.mjs <folder with Index.html>... <folder of a search>; needed are ' +
+      InDetail.join(', '));
   process.exit(2);
 }
 const [first] = detailed;

@@ -7,7 +7,8 @@ import {check, show} from './browser.mjs';
 /// A page needs it before its views are checked.
 export const axeSource = readFileSync(createRequire(import.meta.url).resolve('axe-core/axe.min.js'), 'utf8');
 
-export const Settings = [{width: 1280, scheme: 'light'}, {width: 1280, scheme: 'dark'}, {width: 360, scheme: 'light'}];
+export const Settings = [{width: 1280, scheme: 'light'}, {width: 1280, scheme: 'dark'},
+    {width: 360, scheme: 'light'}];
 
 /// All rules, or only those of the setting.
 export async function checkBarriers(page, hash, {width, scheme, only}) {

@@ -16,10 +16,12 @@ const field = (text, name) => new RegExp('<' + name + '>([^<]*)<').exec(text)[1]
 function readIndividual(text, place) {
   const choices = text.split('<EncodingNode>').slice(1).map((node) => {
     const [, component, list] = /<Name>([^<]*)<[^]*?<Implementations>([^]*?)<\/Implementations>/.exec(node);
-    return [component, all(list, /<Name>([^<]*)<\/Name>\s*<Index>(\d+)</g).filter(([, index]) => index !== '0').map(([name]) => name)];
+    return [component, all(list, /<Name>([^<]*)<\/Name>\s*<Index>(\d+)</g).filter(([, index]) =>
+        index !== '0').map(([name]) => name)];
   });
   const values = all(text, /<Value>([^<]*)</g).map(([value]) => Number(value));
-  return {id: field(text, 'IndividualID'), altered: field(text, 'LastAlteredGeneration'), choices, values, places: [place]};
+  return {id: field(text, 'IndividualID'), altered: field(text, 'LastAlteredGeneration'), choices, values,
+      places: [place]};
 }
 
 function readState() {
@@ -28,7 +30,8 @@ function readState() {
   const populations = xml.split('<NonDominatedPopulation>').slice(1);
   const archived = xml.includes('<ArchiveNonDominatedPopulations>');
   populations.forEach((population, index) => {
-    const place = archived && index === populations.length - 1 ? 'archive' : index === 0 ? 'First frontier' : 'Frontier ' + (index + 1);
+    const place = archived && index === populations.length - 1 ? 'archive' : index === 0 ? 'First frontier' :
+        'Frontier ' + (index + 1);
     for (const text of population.split('<Individual>').slice(1)) {
       const design = readIndividual(text, place);
       if (designs.has(design.id)) designs.get(design.id).places.push(place);
@@ -46,7 +49,8 @@ function readState() {
 // -- The checks
 
 const by = (value, sign) => (left, right) => sign * (value(left) - value(right));
-const valueText = (value) => String(Number(value.toFixed(6))).replace(/^(\d)e-(\d)$/, (all, digit, places) => '0.' + '0'.repeat(places - 1) + digit);
+const valueText = (value) => String(Number(value.toFixed(6))).replace(/^(\d)e-(\d)$/,
+    (all, digit, places) => '0.' + '0'.repeat(places - 1) + digit);
 
 /// All rows of the list, which has to be as high as all of them for that.
 const allRows = (page) => page.evaluate(async () => {
@@ -71,11 +75,13 @@ async function checkSummary(page, {xml, designs}) {
     assert.equal(pairs.Time, field(xml, 'TimeElapsed') + ' s');
     assert.equal(pairs.Encoding, 'Fixed (replicas)');
     assert.equal(pairs['Seed to go on with'], field(xml, 'RandomSeed'));
-    assert.deepEqual(await page.locator('.objectives tbody .name').allTextContents(), ['Cost', 'Unavailability(LossOfReading)']);
+    assert.deepEqual(await page.locator('.objectives tbody .name').allTextContents(),
+        ['Cost', 'Unavailability(LossOfReading)']);
     assert.match(await page.textContent('.objectives tbody tr'), /Minimise/);
     const least = Math.min(...designs.map((design) => design.values[0]));
     const most = Math.max(...designs.map((design) => design.values[0]));
-    assert.equal(await page.locator('.objectives tbody tr').first().locator('td').last().textContent(), least + ' to ' + most);
+    assert.equal(await page.locator('.objectives tbody tr').first().locator('td').last().textContent(),
+        least + ' to ' + most);
   });
 }
 
@@ -84,9 +90,11 @@ async function checkTable(page, designs) {
     const rows = (await allRows(page)).map((row) => row.slice(0, 4));
     const costs = rows.map((row) => Number(row[1]));
     assert.deepEqual(costs, costs.slice().sort((left, right) => left - right));
-    assert.deepEqual(rows.sort(), designs.map((design) => ['Design ' + design.id, ...design.values.map(valueText), design.found]).sort());
+    assert.deepEqual(rows.sort(), designs.map((design) => ['Design ' + design.id, ...design.values.map(valueText),
+        design.found]).sort());
   });
-  const numeric = {number: (design) => Number(design.id), o0: (design) => design.values[0], o1: (design) => design.values[1]};
+  const numeric = {number: (design) => Number(design.id), o0: (design) => design.values[0],
+      o1: (design) => design.values[1]};
   const valueOf = new Map(designs.map((design) => [design.id, design]));
   for (const [key, value] of Object.entries(numeric)) {
     await check('the designs are sorted by ' + key + ' as numbers, both ways', async () => {
@@ -111,7 +119,8 @@ async function checkFilter(page, designs) {
   await show(page, '#/');
   await check('words of the choices narrow the list, and the address keeps them', async () => {
     await page.fill('input[type=search]', 'CERTIFIED tablet');
-    const test = (design) => ['certified', 'tablet'].every((name) => design.choices.some(([, names]) => names.includes(name)));
+    const test = (design) => ['certified', 'tablet'].every((name) =>
+        design.choices.some(([, names]) => names.includes(name)));
     assert.ok(expected(test).length > 0 && expected(test).length < designs.length);
     assert.deepEqual(await saved(), expected(test));
     assert.equal(await page.textContent('.count'), expected(test).length + ' of ' + designs.length + ' designs');
@@ -149,13 +158,25 @@ async function checkFilter(page, designs) {
   });
 }
 
+async function checkPaper(page, designs) {
+  await show(page, '#/');
+  await check('on paper stand all designs', async () => {
+    await page.evaluate(() => window.dispatchEvent(new Event('beforeprint')));
+    assert.equal(await page.locator('.printed-rows .row').count(), designs.length);
+    await page.evaluate(() => window.dispatchEvent(new Event('afterprint')));
+    assert.equal(await page.locator('.printed-rows .row').count(), 0);
+  });
+}
+
 /// Where the marks of a kind stand, by the first point of each.
 const marksOf = (page, kind) => page.evaluate((name) => {
   const path = document.querySelector('.plot-points .mark-' + name);
-  return path ? Array.from(path.getAttribute('d').matchAll(/M([-\d.]+) ([-\d.]+)/g), ([, x, y]) => [Number(x), Number(y)]) : [];
+  return path ? Array.from(path.getAttribute('d').matchAll(/M([-\d.]+) ([-\d.]+)/g),
+      ([, x, y]) => [Number(x), Number(y)]) : [];
 }, kind);
 
-const shares = (values) => values.map((value) => (value - Math.min(...values)) / (Math.max(...values) - Math.min(...values)));
+const shares = (values) => values.map((value) =>
+    (value - Math.min(...values)) / (Math.max(...values) - Math.min(...values)));
 
 async function checkPlot(page, designs) {
   await show(page, '#/plot');
@@ -165,7 +186,8 @@ async function checkPlot(page, designs) {
   await check('the front stands in the plot where its values are, unavailability by decades', async () => {
     const marks = (await marksOf(page, 'front')).sort((left, right) => left[0] - right[0] || right[1] - left[1]);
     assert.equal(marks.length, points.length);
-    const near = (found, expected) => found.forEach((share, index) => assert.ok(Math.abs(share - expected[index]) < 0.002, index + ': ' + share));
+    const near = (found, expected) => found.forEach((share, index) =>
+        assert.ok(Math.abs(share - expected[index]) < 0.002, index + ': ' + share));
     near(shares(marks.map(([x]) => x)), shares(points.map(([cost]) => cost)));
     near(shares(marks.map(([, y]) => -y)), shares(points.map(([, unavailability]) => Math.log10(unavailability))));
   });
@@ -232,14 +254,16 @@ const cells = (page, table) => page.locator(table + ' tbody tr').evaluateAll((ro
   rows.map((row) => Array.from(row.cells, (cell) => cell.textContent.trim())));
 
 async function checkDesigns(page, designs) {
-  const front = designs.filter((design) => design.places.includes('First frontier')).sort((left, right) => left.values[0] - right.values[0]);
+  const front = designs.filter((design) => design.places.includes('First frontier')).sort((left, right) =>
+      left.values[0] - right.values[0]);
   const [first, last] = [front[0], front[front.length - 1]];
   await check('one design shows the replicas of each component', async () => {
     for (const design of [first, last]) {
       await show(page, '#/design/' + design.id);
       assert.deepEqual(await cells(page, '.choices'),
           design.choices.map(([component, names]) => [component, String(names.length), replicas(names)]));
-      assert.deepEqual((await cells(page, '.values')).map((row) => row[row.length - 1]), design.values.map(valueText));
+      assert.deepEqual((await cells(page, '.values')).map((row) => row[row.length - 1]),
+          design.values.map(valueText));
       assert.equal(await page.locator('.figures dd').last().textContent(), design.altered);
     }
   });
@@ -251,10 +275,12 @@ async function checkDesigns(page, designs) {
     await page.keyboard.press('Enter');
     await page.waitForSelector('.compare-values');
     const rows = await cells(page, '.compare-choices');
-    const expected = last.choices.map(([component, names], index) => [component, replicas(names), replicas(first.choices[index][1])]);
+    const expected = last.choices.map(([component, names], index) => [component, replicas(names),
+        replicas(first.choices[index][1])]);
     assert.deepEqual(rows, expected.map((row) => [...row, row[1] === row[2] ? 'same' : 'differs']));
     assert.ok(rows.some((row) => row[3] === 'differs'));
-    assert.equal(await page.locator('.compare-choices tr.differs').count(), rows.filter((row) => row[3] === 'differs').length);
+    assert.equal(await page.locator('.compare-choices tr.differs').count(),
+        rows.filter((row) => row[3] === 'differs').length);
     const [cost] = await cells(page, '.compare-values');
     assert.match(cost[3], new RegExp('^-' + (last.values[0] - first.values[0]) + ' .*better$'));
     assert.match((await cells(page, '.compare-values'))[1][3], /^\+.*worse$/);
@@ -286,6 +312,7 @@ await withBrowser(async (open) => {
   await checkSummary(page, state);
   await checkTable(page, state.designs);
   await checkFilter(page, state.designs);
+  await checkPaper(page, state.designs);
   await checkPlot(page, state.designs);
   await checkDesigns(page, state.designs);
   await check('nothing is reported as an error, but the second script where there is none', () => {

@@ -18,7 +18,8 @@ const Unavailability = 'Unavailability(Loss of braking)';
 const Objectives = {Cost: 'Minimise', Reach: 'Maximise', [Unavailability]: 'Minimise'};
 const pump = (name) => make.fixed({'DEFAULT::Pump': [[name, 1], ['', 0]]});
 const design = (id, cost, reach, unavailability, encoding = pump('small')) =>
-  ({id, encoding, values: {Cost: cost.toFixed(6), Reach: reach.toFixed(6), [Unavailability]: unavailability.toFixed(6)}});
+  ({id, encoding, values: {Cost: cost.toFixed(6), Reach: reach.toFixed(6),
+      [Unavailability]: unavailability.toFixed(6)}});
 
 const Bounded = {
   state: make.nsga({objectives: {...Objectives, Beauty: 'Maximise'}}, [
@@ -34,13 +35,15 @@ async function checkBounds(open) {
     const status = async () => Object.fromEntries((await rowsOf(page)).map((row) => [row[0], row[5]]));
     await check('designs beyond a bound are infeasible, those at it and in the archive are not', async () => {
       assert.deepEqual(await status(), {'Design 1': 'Feasible', 'Design 2': 'Feasible', 'Design 7': 'Feasible',
-        'Design 4': 'Feasible', 'Design 5': 'Infeasible', 'Design 6': 'Infeasible', 'Design 3': 'Infeasible', 'Design 3.2': 'Feasible'});
+        'Design 4': 'Feasible', 'Design 5': 'Infeasible', 'Design 6': 'Infeasible', 'Design 3': 'Infeasible',
+            'Design 3.2': 'Feasible'});
       assert.equal(await page.locator('.designs .row.kind-infeasible .mark-infeasible').count(), 3);
     });
     await check('a design that stands in two places is listed once, and two that share a number twice', async () => {
       const rows = await rowsOf(page);
       assert.equal(rows.find((row) => row[0] === 'Design 2')[4], 'First frontier, archive');
-      assert.deepEqual(rows.filter((row) => /^Design 3/.test(row[0])).map((row) => [row[1], row[4]]), [['500', 'First frontier'], ['501', 'Archive']]);
+      assert.deepEqual(rows.filter((row) => /^Design 3/.test(row[0])).map((row) => [row[1], row[4]]),
+          [['500', 'First frontier'], ['501', 'Archive']]);
     });
     await check('objectives show goal, bounds and range; one that was not measured says so', async () => {
       assert.deepEqual(await cells(page, '.objectives'), [['Cost', 'Minimise', 'at most 400', '100 to 501'],
@@ -60,7 +63,8 @@ async function checkBounds(open) {
       assert.deepEqual(await texts(page, '.neighbours .design-link'), ['Design 2']);
       await show(page, '#/design/6');
       assert.equal(await page.textContent('.broken'), 'Reach 3 is below 4.');
-      assert.deepEqual((await cells(page, '.values')).map((row) => row[2]), ['at most 400', 'at least 4 Broken', 'at most 0.02']);
+      assert.deepEqual((await cells(page, '.values')).map((row) => row[2]),
+          ['at most 400', 'at least 4 Broken', 'at most 0.02']);
     });
     await check('each kind of design has a mark of its own, and bounds are drawn', async () => {
       await show(page, '#/plot');
@@ -80,7 +84,8 @@ async function checkBounds(open) {
     await check('all objectives are drawn as lines, and arrow keys go by the chosen one', async () => {
       await page.click('[data-focus=menu-parallel]');
       await page.waitForSelector('.line-front');
-      const lines = (await page.locator('.plot-points .line').evaluateAll((paths) => paths.map((path) => path.getAttribute('d')))).join('');
+      const lines = (await page.locator('.plot-points .line').evaluateAll((paths) =>
+          paths.map((path) => path.getAttribute('d')))).join('');
       assert.equal(lines.match(/M/g).length, 8);
       assert.equal(lines.match(/L/g).length, 16);
       await page.selectOption('[data-focus=axis-by]', '1');
@@ -121,7 +126,8 @@ const Hierarchy = {
   state: make.nsga({objectives: {Cost: 'Minimise'}, encoding: 'TreeEncoding', time: '200'}, [[
     {id: 1, values: {Cost: '10.000000'}, encoding: make.tree(
         make.treeNode('DEFAULT::Plant', 'compact', {inside: make.treeNode('DEFAULT::Plant.Pump', 'small',
-            {inside: make.treeNode('DEFAULT::Plant.Pump.Motor', 'AC')}) + make.treeNode('DEFAULT::Plant.Valve', 'steel')}) +
+            {inside: make.treeNode('DEFAULT::Plant.Pump.Motor', 'AC')}) + make.treeNode('DEFAULT::Plant.Valve',
+                'steel')}) +
         make.treeNode('DEFAULT::Operator', 'person', {allocation: 'Desk A'}))},
     {id: 2, values: {Cost: '20.000000'}, encoding: make.tree(
         make.treeNode('DEFAULT::Plant', 'compact', {inside: make.treeNode('DEFAULT::Plant.Pump', 'big') +
@@ -148,7 +154,8 @@ async function checkHierarchy(open) {
       assert.deepEqual((await cells(page, '.compare-choices')).map((row) => [plain(row[0]), ...row.slice(1)]), [
         ['DEFAULT::Plant', 'compact', 'compact', 'same'], ['Pump', 'small', 'big', 'differs'],
         ['Motor', 'AC', 'not part of it', 'differs'], ['Reserve', 'not part of it', 'big', 'differs'],
-        ['Valve', 'steel', 'not part of it', 'differs'], ['DEFAULT::Operator', 'person, Desk A', 'person, Desk B', 'differs']]);
+        ['Valve', 'steel', 'not part of it', 'differs'], ['DEFAULT::Operator', 'person, Desk A', 'person, Desk B',
+            'differs']]);
       assert.equal((await savedRows(page))[1][0], 'DEFAULT::Plant.Pump');
     });
     await check('one objective has no lines but a plot against itself', async () => {
@@ -166,17 +173,21 @@ async function checkHierarchy(open) {
   });
 }
 
-const levelDesign = (id, cost, invalids, encoding) => ({id, encoding, values: {ASILCost: String(cost), ASILInvalids: String(invalids)}});
-const channel = (sensor, motor, board) => make.treeLevels(make.levelNode('DEFAULT::Left', [['sensor', 2, sensor], ['motor', 3, motor]],
+const levelDesign = (id, cost, invalids, encoding) =>
+    ({id, encoding, values: {ASILCost: String(cost), ASILInvalids: String(invalids)}});
+const channel = (sensor, motor, board) =>
+    make.treeLevels(make.levelNode('DEFAULT::Left', [['sensor', 2, sensor], ['motor', 3, motor]],
     make.levelNode('DEFAULT::Left.Board', [['chip', 5, board]])));
 const flat = (sensor, motor) => make.fixedLevels([['Left:sensor', 'sensor', 2, sensor], ['motor', 'None', 3, motor],
   ['DEFAULT::Unit.chip', 'None', 5, 0]]);
 const Levels = {
   state: make.coitGA({objectives: {ASILCost: 'Minimise', ASILInvalids: 'Minimise'}}, [
-    levelDesign(0, 120, 1, channel(2, 1, 1)), levelDesign(1, 1100, 0, channel(3, 2, 0)), levelDesign(2, 1210, 0, channel(3, 2, 1)),
+    levelDesign(0, 120, 1, channel(2, 1, 1)), levelDesign(1, 1100, 0, channel(3, 2, 0)),
+        levelDesign(2, 1210, 0, channel(3, 2, 1)),
     levelDesign(3, 110, 9, flat(1, 2))]),
   model: make.modelOf({ASILCost: [null, null], ASILInvalids: [null, '0']}, [
-    {name: 'Loss of <b>braking</b>', level: 4, cutSets: [[[2, 'Left.sensor'], [3, 'Left.motor']], [[2, 'Left.sensor'], [5, 'Board.chip'], [3, 'Left.motor']]]},
+    {name: 'Loss of <b>braking</b>', level: 4, cutSets: [[[2, 'Left.sensor'], [3, 'Left.motor']],
+        [[2, 'Left.sensor'], [5, 'Board.chip'], [3, 'Left.motor']]]},
     {name: 'Unwanted braking', level: 0, cutSets: [[[5, 'Board.chip']]]}].map((hazard) =>
     ({...hazard, name: hazard.name.replace(/</g, '&lt;')}))),
 };
@@ -185,28 +196,38 @@ async function checkLevels(open) {
   await make.withSearch(folder, Levels, async (path) => {
     const page = await open(path);
     await check('a population tells the designs that none dominates, and those with invalid cut sets', async () => {
-      assert.deepEqual((await rowsOf(page)).map((row) => [row[0], row[3], row[4]]), [['Design 3', 'Population', 'Infeasible'],
-        ['Design 0', 'Population', 'Infeasible'], ['Design 1', 'Not dominated', 'Feasible'], ['Design 2', 'Population', 'Feasible']]);
-      assert.deepEqual(await texts(page, '.kind-legend li'), ['Not dominated (1)', 'Dominated (1)', 'Infeasible (2)']);
+      assert.deepEqual((await rowsOf(page)).map((row) => [row[0], row[3], row[4]]),
+          [['Design 3', 'Population', 'Infeasible'],
+        ['Design 0', 'Population', 'Infeasible'], ['Design 1', 'Not dominated', 'Feasible'],
+            ['Design 2', 'Population', 'Feasible']]);
+      assert.deepEqual(await texts(page, '.kind-legend li'),
+          ['Not dominated (1)', 'Dominated (1)', 'Infeasible (2)']);
       assert.match(await page.textContent('.figures'), /Tree \(safety levels\)/);
     });
     await check('a design shows the level of each event and what the levels cost', async () => {
       await show(page, '#/design/0');
-      assert.deepEqual(await cells(page, '.choices'), [['DEFAULT::Left', 'sensor', '2'], ['DEFAULT::Left', 'motor', '1'],
+      assert.deepEqual(await cells(page, '.choices'),
+          [['DEFAULT::Left', 'sensor', '2'], ['DEFAULT::Left', 'motor', '1'],
         ['DEFAULT::Left.Board', 'chip', '1']]);
-      assert.deepEqual(await cells(page, '.level-costs'), [['Level 2', '1', '100', '100'], ['Level 1', '2', '10', '20'], ['All', '3', '', '120']]);
+      assert.deepEqual(await cells(page, '.level-costs'),
+          [['Level 2', '1', '100', '100'], ['Level 1', '2', '10', '20'], ['All', '3', '', '120']]);
     });
-    await check('cut sets whose levels do not add up are listed with the hazard, and the others are not', async () => {
+    await check('cut sets whose levels do not add up are listed with the hazard, and the others are not',
+        async () => {
       assert.equal(await page.textContent('.invalid h2'), 'Invalid cut sets (1)');
-      assert.deepEqual(await cells(page, '.invalid-sets'), [['Loss of <b>braking</b>', 'Left.sensor level 2Left.motor level 1', '3', '4', '1']]);
-      assert.match(await savedText(page, 'text=Save invalid cut sets'), /Loss of <b>braking<\/b>,3,4,1,"Left.sensor \(2\), Left.motor \(1\)"/);
+      assert.deepEqual(await cells(page, '.invalid-sets'),
+          [['Loss of <b>braking</b>', 'Left.sensor level 2Left.motor level 1', '3', '4', '1']]);
+      assert.match(await savedText(page, 'text=Save invalid cut sets'),
+          /Loss of <b>braking<\/b>,3,4,1,"Left.sensor \(2\), Left.motor \(1\)"/);
       await show(page, '#/design/1');
       assert.equal(await page.textContent('.invalid h2'), 'Invalid cut sets (0)');
       assert.match(await page.textContent('.invalid'), /add up to the level of the hazard/);
     });
-    await check('a flat list of levels gives each event its owner; another count of the search is told', async () => {
+    await check('a flat list of levels gives each event its owner; another count of the search is told',
+        async () => {
       await show(page, '#/design/3');
-      assert.deepEqual(await cells(page, '.choices'), [['Left', 'sensor', '1'], ['None', 'motor', '2'], ['None', 'DEFAULT::Unit.chip', '0']]);
+      assert.deepEqual(await cells(page, '.choices'), [['Left', 'sensor', '1'], ['None', 'motor', '2'],
+          ['None', 'DEFAULT::Unit.chip', '0']]);
       assert.equal(await page.textContent('.invalid h2'), 'Invalid cut sets (2)');
       assert.match(await page.textContent('.invalid'), /The search itself counted 9\./);
     });
@@ -222,7 +243,8 @@ async function checkLevels(open) {
   await make.withSearch(folder, {...Levels, model: null}, async (path) => {
     const page = await open(path, '#/design/0');
     await check('without the second script invalid cut sets are not known', async () =>
-      assert.match(await page.textContent('.invalid, section:has(> h2:text-is("Invalid cut sets"))'), /not known here/));
+      assert.match(await page.textContent('.invalid, section:has(> h2:text-is("Invalid cut sets"))'),
+          /not known here/));
     await page.context().close();
   });
 }
@@ -251,7 +273,8 @@ async function checkNames(open) {
       await page.fill('input[type=search]', '<SCRIPT> \u2264');
       assert.equal(await page.textContent('.count'), '1 of 1 design');
       await show(page, '#/design/1');
-      assert.deepEqual((await cells(page, '.choices')).map((row) => [row[0], row[2]]), Names.map(([, name]) => [name, name]));
+      assert.deepEqual((await cells(page, '.choices')).map((row) => [row[0], row[2]]),
+          Names.map(([, name]) => [name, name]));
       assert.equal(await page.textContent('.broken'), Names[0][1] + ' 1 is above 0.5.');
       await show(page, '#/plot');
       assert.match(await page.getAttribute('#PlotOption', 'aria-label'), /A & B &amp; C 2/);
@@ -264,12 +287,14 @@ async function checkNames(open) {
 }
 
 /// Names of runs come from names of files. An apostrophe breaks the call in the page, which reports it.
-const Runs = ['GA(a b)_Generation5', '100%_#1 & more; [x] {y} +=~,@!', 'GA(the driver\'s car)', 'Gr\u00f6\u00dfe', utf8('Gr\u00f6\u00dfe \u2264')];
+const Runs = ['GA(a b)_Generation5', '100%_#1 & more; [x] {y} +=~,@!', 'GA(the driver\'s car)', 'Gr\u00f6\u00dfe',
+    utf8('Gr\u00f6\u00dfe \u2264')];
 
 async function checkRuns(open) {
   let tab;
   for (const run of Runs) {
-    await make.withSearch(folder, {...Hierarchy, run}, (path) => check('a run called ' + basename(path) + ' finds its files', async () => {
+    await make.withSearch(folder, {...Hierarchy, run},
+        (path) => check('a run called ' + basename(path) + ' finds its files', async () => {
       tab = await open(path, '', {tab});
       assert.equal(await tab.locator('.designs .row').count(), 2);
       const href = await tab.getAttribute('.search-summary a', 'href');
@@ -292,14 +317,18 @@ async function checkBroken(open) {
     withPage(result, async (page) => assert.match(await page.textContent('.problem'), pattern), known);
   await check('a state that is missing, broken, cut short or of something else says so', async () => {
     await problem({state: null}, /run\.js is missing or its name has changed/, [MissingScript]);
-    await problem({state: null, scripts: {'.js': 'var OptimisationResults = \'it\'s\';'}}, /run\.js is there, but the browser cannot read it/, ['SyntaxError']);
+    await problem({state: null, scripts: {'.js': 'var OptimisationResults = \'it\'s\';'}},
+        /run\.js is there, but the browser cannot read it/, ['SyntaxError']);
     await problem({state: Hierarchy.state.slice(0, -30)}, /run\.js is not well formed/, [MissingScript]);
-    await problem({state: '<Vel-Tarn_Results model="x"><FaultTrees/></Vel-Tarn_Results>'}, /holds no state of a search/, [MissingScript]);
+    await problem({state: '<Vel-Tarn_Results model="x"><FaultTrees/></Vel-Tarn_Results>'},
+        /holds no state of a search/, [MissingScript]);
   });
-  const seconds = [['that no browser reads', {model: null, scripts: {'-Model.js': 'var OptimisationModel = \'it\'s\';'}}, /run-Model\.js is there, but/],
+  const seconds = [['that no browser reads',
+      {model: null, scripts: {'-Model.js': 'var OptimisationModel = \'it\'s\';'}}, /run-Model\.js is there, but/],
     ['that is cut short', {model: '<OptimisationModel><Objectives>'}, /run-Model\.js is not well formed/]];
   for (const [what, result, pattern] of seconds) {
-    await check('a second script ' + what + ' is told, and the designs are shown all the same', () => withPage({...Bounded, ...result}, async (page) => {
+    await check('a second script ' + what + ' is told, and the designs are shown all the same',
+        () => withPage({...Bounded, ...result}, async (page) => {
       assert.match(await page.textContent('.problem'), pattern);
       assert.equal(await page.locator('.designs .row').count(), 8);
       assert.equal(await page.locator('.bounds-note').count(), 1);
@@ -308,7 +337,8 @@ async function checkBroken(open) {
   const strange = [{id: 1, encoding: '<Strange/>', values: {Cost: 'nan'}}, {id: 2, encoding: '', values: {}}];
   await check('a design without an encoding that is known says so', () => withPage({model: make.modelOf({}),
     state: make.nsga({objectives: {Cost: 'Minimise'}}, [strange])}, async (page) => {
-    assert.deepEqual((await rowsOf(page)).map((row) => row.slice(0, 2)), [['Design 1', 'nan'], ['Design 2', '\u2013']]);
+    assert.deepEqual((await rowsOf(page)).map((row) => row.slice(0, 2)),
+        [['Design 1', 'nan'], ['Design 2', '\u2013']]);
     await show(page, '#/design/1');
     assert.match(await page.textContent('.problem'), /no encoding that these pages can show/);
     await show(page, '#/compare/1/2');
@@ -316,7 +346,8 @@ async function checkBroken(open) {
     await show(page, '#/plot');
     assert.match(await page.textContent('.details'), /No design is left/);
   }));
-  await check('a search that left nothing says so', () => withPage({model: make.modelOf({}), state: make.nsga({objectives: {}}, [[]])}, async (page) => {
+  await check('a search that left nothing says so',
+      () => withPage({model: make.modelOf({}), state: make.nsga({objectives: {}}, [[]])}, async (page) => {
     assert.equal(await page.textContent('.empty'), 'The search has left no design.');
     await show(page, '#/plot');
     assert.equal(await page.textContent('.empty'), 'The designs have no values.');
@@ -328,9 +359,11 @@ const MostElements = 900;  // In the whole page.
 
 async function checkLarge(open) {
   const count = 5000;
-  const designs = Array.from({length: count}, (_, index) => design(index, 100 + index * 7919 % count, 1 + index % 89, (1 + index * 104729 % count) / 1e5));
+  const designs = Array.from({length: count}, (_, index) => design(index, 100 + index * 7919 % count,
+      1 + index % 89, (1 + index * 104729 % count) / 1e5));
   const elements = (page) => page.evaluate(() => document.querySelectorAll('*').length);
-  await make.withSearch(folder, {state: make.nsga({objectives: Objectives}, [designs.slice(0, 200), designs.slice(200)]), model: Bounded.model}, async (path) => {
+  await make.withSearch(folder, {state: make.nsga({objectives: Objectives},
+      [designs.slice(0, 200), designs.slice(200)]), model: Bounded.model}, async (path) => {
     const page = await open(path);
     await check('5,000 designs are listed, narrowed and drawn with few elements', async () => {
       assert.equal(await page.textContent('.count'), '5000 of 5000 designs');
@@ -342,7 +375,8 @@ async function checkLarge(open) {
       assert.equal(await page.textContent('.count'), '1 of 5000 designs');
       for (const view of ['plot', 'parallel']) {
         await show(page, '#/' + view);
-        const marks = await page.locator('.plot-points g path').evaluateAll((paths) => paths.map((path) => path.getAttribute('d')).join(''));
+        const marks = await page.locator('.plot-points g path').evaluateAll((paths) =>
+            paths.map((path) => path.getAttribute('d')).join(''));
         assert.ok(marks.match(/M/g).length > 4500, view + ': ' + marks.match(/M/g).length);
         assert.ok(await elements(page) < MostElements, view + ': ' + await elements(page));
       }

@@ -27,7 +27,8 @@
         make('th', {scope: 'row', role: 'rowheader', class: 'name'}, name), cell('Events', events, true),
         cell('Cost of each', each, true), cell('Cost', cost, true));
     return table('Cost of the levels', ['Level', 'Events', 'Cost of each', 'Cost'], [
-      ...lines.map(([level, count]) => line('Level ' + level, String(count), String(costOf(level)), String(costOf(level) * count))),
+      ...lines.map(([level, count]) => line('Level ' + level, String(count), String(costOf(level)),
+          String(costOf(level) * count))),
       line('All', String(rows.length), '', String(total))]);
   }
 
@@ -50,7 +51,8 @@
     const head = ['Hazard', 'Events and their levels', 'Sum', 'Needed', 'Missing'];
     return make('div', {},
         make('div', {class: 'toolbar'}, VelTarn.button('Save invalid cut sets as CSV', () => VelTarn.saveCsv(
-            VelTarn.fileName(search.model, 'design', design.key, 'invalid-cut-sets'), exportRows(sets)), 'csv-sets')),
+            VelTarn.fileName(search.model, 'design', design.key, 'invalid-cut-sets'), exportRows(sets)),
+                'csv-sets')),
         make('table', {'class': 'table cards invalid-sets', 'role': 'table', 'aria-label': 'Invalid cut sets'},
             make('thead', {role: 'rowgroup', class: 'plain-head'}, make('tr', {role: 'row'},
                 ...head.map((title, index) => make('th', {'scope': 'col', 'role': 'columnheader',
@@ -63,7 +65,8 @@
   function invalidSection(search, design) {
     const title = (text) => make('h2', {}, text);
     if (!search.hazards) {
-      return make('section', {}, title('Invalid cut sets'), make('p', {class: 'hint'}, 'Hazards and cut sets are not ' +
+      return make('section', {}, title('Invalid cut sets'),
+          make('p', {class: 'hint'}, 'Hazards and cut sets are not ' +
           'known here, because the file that holds them does not lie beside this page.'));
     }
     const sets = VelTarn.invalidCutSets(search, design);

@@ -9,17 +9,21 @@
     if (before === after) return ['same', ''];
     // Values have six places.
     const difference = Number((after - before).toFixed(6));
-    const share = before === 0 ? '' : ' (' + (difference > 0 ? '+' : '') + Number((difference / Math.abs(before) * 100).toPrecision(3)) + ' %)';
+    const share = before === 0 ? '' : ' (' + (difference > 0 ? '+' : '') +
+        Number((difference / Math.abs(before) * 100).toPrecision(3)) + ' %)';
     const better = objective.goal === '' ? '' : (after > before) === objective.maximise ? 'better' : 'worse';
     return [(difference > 0 ? '+' : '') + difference + share, better];
   };
 
   function headRow(titles, figures) {
-    return make('thead', {role: 'rowgroup', class: 'plain-head'}, make('tr', {role: 'row'}, ...titles.map((title, index) =>
-      make('th', {'scope': 'col', 'role': 'columnheader', 'class': figures.includes(index) ? 'figure' : null}, title))));
+    return make('thead', {role: 'rowgroup', class: 'plain-head'},
+        make('tr', {role: 'row'}, ...titles.map((title, index) =>
+      make('th', {'scope': 'col', 'role': 'columnheader', 'class': figures.includes(index) ? 'figure' : null},
+          title))));
   }
 
-  const cell = (label, content, name) => make('td', {'role': 'cell', 'data-label': label, 'class': name || null}, content);
+  const cell = (label, content, name) => make('td', {'role': 'cell', 'data-label': label, 'class': name || null},
+      content);
 
   const namesOf = (first, second) => ['Design ' + first.key, 'Design ' + second.key];
 
@@ -29,9 +33,12 @@
       const objective = search.objectives[place];
       const [text, better] = differenceText(objective, first.values[place], second.values[place]);
       return make('tr', {'role': 'row', 'class': text === 'same' ? null : 'differs'},
-          make('th', {scope: 'row', role: 'rowheader', class: 'name'}, ...VelTarn.objectiveName(VelTarn.objectiveText(objective))),
-          cell(names[0], first.texts[place] || '\u2013', 'figure'), cell(names[1], second.texts[place] || '\u2013', 'figure'),
-          cell('Difference', make('span', {}, text, ' ', better === '' ? null : make('span', {class: 'tag ' + better}, better)), 'figure'));
+          make('th', {scope: 'row', role: 'rowheader', class: 'name'},
+              ...VelTarn.objectiveName(VelTarn.objectiveText(objective))),
+          cell(names[0], first.texts[place] || '\u2013', 'figure'),
+              cell(names[1], second.texts[place] || '\u2013', 'figure'),
+          cell('Difference', make('span', {}, text, ' ', better === '' ? null :
+              make('span', {class: 'tag ' + better}, better)), 'figure'));
     });
     const line = (title, text) => make('tr', {role: 'row'},
         make('th', {scope: 'row', role: 'rowheader', class: 'name'}, title), cell(names[0], text(first), 'figure'),
@@ -40,7 +47,8 @@
     if (search.hazards && VelTarn.choicesOf(first).levels && VelTarn.choicesOf(second).levels) {
       rows.push(line('Invalid cut sets', (design) => String(VelTarn.invalidCutSets(search, design).length)));
     }
-    return make('table', {'class': 'table cards compare-values', 'role': 'table', 'aria-label': 'Values side by side'},
+    return make('table', {'class': 'table cards compare-values', 'role': 'table',
+        'aria-label': 'Values side by side'},
         headRow(['Objective', ...names, 'Difference'], [1, 2, 3]), make('tbody', {role: 'rowgroup'}, ...rows));
   }
 
@@ -65,7 +73,8 @@
     const mine = VelTarn.choicesOf(first);
     const other = VelTarn.choicesOf(second);
     const others = new Map(other.rows.map((row) => [row.key, row]));
-    const joined = mine.rows.map((row) => ({row, texts: [replicaText(mine, row), replicaText(other, others.get(row.key))]}));
+    const joined = mine.rows.map((row) =>
+        ({row, texts: [replicaText(mine, row), replicaText(other, others.get(row.key))]}));
     const known = new Map(joined.map((entry, index) => [entry.row.key, index]));
     const extra = new Map();
     let last = -1;
@@ -83,15 +92,21 @@
   const shownText = (text) => (text === null ? make('span', {class: 'absent'}, 'not part of it') : text);
 
   function choiceTable(choices, names, rows) {
-    return make('table', {'class': 'table cards compare-choices', 'role': 'table', 'aria-label': 'Choices side by side'},
+    return make('table', {'class': 'table cards compare-choices', 'role': 'table',
+        'aria-label': 'Choices side by side'},
         headRow([...choices.heads, ...names, 'Difference'], []),
-        make('tbody', {role: 'rowgroup'}, ...rows.map(({row, texts, differs}) => make('tr', {'role': 'row', 'class': differs ? 'differs' : null},
-            ...VelTarn.choiceHeads(choices, row), cell(names[0], shownText(texts[0])), cell(names[1], shownText(texts[1])),
-            cell('Difference', make('span', {}, differs ? make('span', {class: 'tag different'}, 'differs') : 'same'))))));
+        make('tbody', {role: 'rowgroup'}, ...rows.map(({row, texts, differs}) =>
+            make('tr', {'role': 'row', 'class': differs ? 'differs' : null},
+            ...VelTarn.choiceHeads(choices, row), cell(names[0], shownText(texts[0])),
+                cell(names[1], shownText(texts[1])),
+            cell('Difference', make('span', {}, differs ? make('span', {class: 'tag different'}, 'differs') :
+                'same'))))));
   }
 
-  const exportRows = (choices, names, rows) => [[...choices.heads, ...names, 'Difference'], ...rows.map(({row, texts, differs}) =>
-    [...(row.names.length > 1 ? row.names : [row.fullName]), ...texts.map((text) => text === null ? '' : text), differs ? 'differs' : 'same'])];
+  const exportRows = (choices, names, rows) => [[...choices.heads, ...names, 'Difference'],
+      ...rows.map(({row, texts, differs}) =>
+    [...(row.names.length > 1 ? row.names : [row.fullName]), ...texts.map((text) => text === null ? '' : text),
+        differs ? 'differs' : 'same'])];
 
   function choiceSection(search, route, first, second) {
     const choices = VelTarn.choicesOf(first);
@@ -104,7 +119,8 @@
     const fill = (only) => {
       shown = only ? rows.filter((row) => row.differs) : rows;
       told.textContent = count === 0 ? 'Both choose the same everywhere.' :
-        count + ' of ' + VelTarn.countOf(rows.length, choices.levels ? 'event' : 'component') + (count === 1 ? ' differs' : ' differ');
+        count + ' of ' + VelTarn.countOf(rows.length, choices.levels ? 'event' : 'component') +
+            (count === 1 ? ' differs' : ' differ');
       place.replaceChildren(choiceTable(choices, names, shown));
     };
     const only = make('input', {'type': 'checkbox', 'data-focus': 'only', 'change': () => {
@@ -115,7 +131,8 @@
     fill(only.checked);
     return make('section', {}, make('h2', {}, choices.levels ? 'Levels' : 'Choices'),
         make('div', {class: 'toolbar'}, make('label', {class: 'check'}, only, 'Only differences'),
-            VelTarn.button('Save as CSV', () => VelTarn.saveCsv(VelTarn.fileName(search.model, 'designs', first.key, 'and', second.key),
+            VelTarn.button('Save as CSV', () => VelTarn.saveCsv(VelTarn.fileName(search.model, 'designs',
+                first.key, 'and', second.key),
                 exportRows(choices, names, shown)), 'csv')),
         told, place);
   }
@@ -125,8 +142,10 @@
     space.append(
         make('p', {class: 'trail'}, make('a', {href: '#/'}, 'All designs')),
         make('h1', {tabindex: '-1'}, 'Designs ' + first.key + ' and ' + second.key),
-        make('p', {class: 'compare-links'}, VelTarn.designLink(first), ' \u00b7 ', VelTarn.designLink(second), ' \u00b7 ',
-            make('a', {'href': VelTarn.address(['compare', second.key, first.key]), 'data-focus': 'swap'}, 'Change places')),
+        make('p', {class: 'compare-links'}, VelTarn.designLink(first), ' \u00b7 ', VelTarn.designLink(second),
+            ' \u00b7 ',
+            make('a', {'href': VelTarn.address(['compare', second.key, first.key]), 'data-focus': 'swap'},
+                'Change places')),
         make('section', {}, make('h2', {}, 'Values'), valueTable(search, first, second)),
         choiceSection(search, route, first, second));
   };

@@ -39,7 +39,8 @@
   VelTarn.filterDesigns = (search, choices) => {
     const [, isPlace] = placesOf(search)[choices.in || ''] || placesOf(search)[''];
     const [, isFeasible] = Feasible[choices.feasible || ''] || Feasible[''];
-    const limits = search.measured.map((place) => [place, limit(choices['from' + place]), limit(choices['to' + place])])
+    const limits = search.measured.map((place) => [place, limit(choices['from' + place]),
+        limit(choices['to' + place])])
         .filter(([, from, to]) => !Number.isNaN(from) || !Number.isNaN(to));
     const matches = choices.filter ? VelTarn.matcher(choices.filter) : null;
     return search.designs.filter((design) => isPlace(design) && isFeasible(design) &&
@@ -104,9 +105,12 @@
     const rows = (table) => Object.entries(table).map(([name, [text]]) => [name, text]);
     const bar = make('div', {class: 'designs-toolbar'},
         make('div', {class: 'toolbar'},
-            VelTarn.filterField('Filter by number or choice', choices.filter, 'filter', (filter) => changed({filter})),
-            VelTarn.choiceField(search.kind === 'CoitGA' ? 'Kind' : 'Found in', rows(placesOf(search)), choices.in || '', 'in', (value) => changed({in: value})),
-            VelTarn.choiceField('Feasibility', feasible.map(([name, [text]]) => [name, text]), choices.feasible || '',
+            VelTarn.filterField('Filter by number or choice', choices.filter, 'filter',
+                (filter) => changed({filter})),
+            VelTarn.choiceField(search.kind === 'CoitGA' ? 'Kind' : 'Found in', rows(placesOf(search)),
+                choices.in || '', 'in', (value) => changed({in: value})),
+            VelTarn.choiceField('Feasibility', feasible.map(([name, [text]]) => [name, text]),
+                choices.feasible || '',
                 'feasible', (value) => changed({feasible: value})),
             ...more),
         limitFields(search, choices, changed), count);
@@ -142,7 +146,8 @@
     const [href, text, label] = kept ?
       [VelTarn.address(['compare', kept.key, design.key]), 'Compare with ' + kept.key,
         'Compare with ' + kept.key + ': design ' + design.key] :
-      [VelTarn.address(path, {...choices, with: design.key}), 'Compare', 'Compare design ' + design.key + ' with another'];
+      [VelTarn.address(path, {...choices, with: design.key}), 'Compare', 'Compare design ' + design.key +
+          ' with another'];
     return make('a', {href, 'aria-label': label, 'data-focus': 'compare-' + design.key}, text);
   };
 }());

@@ -21,7 +21,8 @@
       'class': numeric ? 'figure' : null}, content);
     return make('table', {'class': 'table cards values', 'role': 'table', 'aria-label': 'Values of the objectives'},
         make('thead', {role: 'rowgroup', class: 'plain-head'}, make('tr', {role: 'row'}, ...titles.map((title) =>
-          make('th', {'scope': 'col', 'role': 'columnheader', 'class': title === 'Value' ? 'figure' : null}, title)))),
+          make('th', {'scope': 'col', 'role': 'columnheader', 'class': title === 'Value' ? 'figure' : null},
+              title)))),
         make('tbody', {role: 'rowgroup'}, ...search.measured.map((place) => {
           const objective = search.objectives[place];
           const broken = design.broken.includes(objective);
@@ -67,7 +68,8 @@
 
   /// Asks for the number of another design, and goes to the comparison.
   function compareForm(search, design) {
-    const field = make('input', {'type': 'text', 'inputmode': 'numeric', 'class': 'figure-input', 'data-focus': 'other',
+    const field = make('input', {'type': 'text', 'inputmode': 'numeric', 'class': 'figure-input',
+        'data-focus': 'other',
       'autocomplete': 'off'});
     const problem = make('p', {class: 'field-problem', role: 'alert'});
     const kept = VelTarn.keptDesign(search);
@@ -81,14 +83,16 @@
     make('button', {type: 'submit', class: 'button'}, 'Compare'), problem);
   }
 
-  const indent = (row) => (row.depth === 0 ? null : 'padding-inline-start: ' + (0.75 + Math.min(row.depth, 10) * 1.25) + 'rem');
+  const indent = (row) => (row.depth === 0 ? null : 'padding-inline-start: ' +
+      (0.75 + Math.min(row.depth, 10) * 1.25) + 'rem');
 
   /// The head cells of a row of choices; components inside others are indented under them.
   VelTarn.choiceHeads = (choices, row) => row.names.map((name, index) => {
     const last = index === row.names.length - 1;
     const cell = make(last ? 'th' : 'td', {'scope': last ? 'row' : null, 'role': last ? 'rowheader' : 'cell',
       'class': 'name', 'data-label': choices.heads[index]},
-    row.depth > 0 ? make('span', {'class': 'depth', 'aria-hidden': 'true'}, '\u2514') : null, ...VelTarn.breakable(name),
+    row.depth > 0 ? make('span', {'class': 'depth', 'aria-hidden': 'true'}, '\u2514') : null,
+        ...VelTarn.breakable(name),
     row.depth > 0 ? make('span', {class: 'off-screen'}, ', level ' + (row.depth + 1) + ' of the hierarchy') : null);
     // A style attribute in markup would do the same; pages from disk allow either.
     if (indent(row)) cell.style.cssText = indent(row);
@@ -98,13 +102,17 @@
   function choiceTable(choices, rows) {
     return make('table', {'class': 'table cards choices', 'role': 'table', 'aria-label': 'Choices'},
         make('thead', {role: 'rowgroup', class: 'plain-head'}, make('tr', {role: 'row'},
-            ...[...choices.heads, ...choices.columns].map((title) => make('th', {scope: 'col', role: 'columnheader'}, title)))),
-        make('tbody', {role: 'rowgroup'}, ...rows.map((row) => make('tr', {role: 'row'}, ...VelTarn.choiceHeads(choices, row),
-            ...row.cells.map((text, index) => make('td', {'role': 'cell', 'data-label': choices.columns[index]}, text || '\u2013'))))));
+            ...[...choices.heads, ...choices.columns].map((title) =>
+                make('th', {scope: 'col', role: 'columnheader'}, title)))),
+        make('tbody', {role: 'rowgroup'}, ...rows.map((row) => make('tr', {role: 'row'},
+            ...VelTarn.choiceHeads(choices, row),
+            ...row.cells.map((text, index) => make('td', {'role': 'cell', 'data-label': choices.columns[index]},
+                text || '\u2013'))))));
   }
 
   const exportRows = (choices, rows) => [[...choices.heads, ...choices.columns],
-    ...rows.map((row) => [...row.names.slice(0, -1), row.names.length > 1 ? row.names[row.names.length - 1] : row.fullName, ...row.cells])];
+    ...rows.map((row) => [...row.names.slice(0, -1), row.names.length > 1 ? row.names[row.names.length - 1] :
+        row.fullName, ...row.cells])];
 
   function choiceSection(search, route, design) {
     const choices = VelTarn.choicesOf(design);
@@ -148,7 +156,8 @@
         make('p', {class: 'trail'}, make('a', {href: '#/'}, 'All designs'), ' \u00b7 ',
             make('a', {href: VelTarn.address(['plot'], {design: design.key})}, 'Show it in the plot')),
         make('h1', {tabindex: '-1'}, 'Design ' + design.key),
-        VelTarn.figureList([['Found in', VelTarn.placeText(design)], ['Feasibility', VelTarn.feasibleText(design)], ...altered]),
+        VelTarn.figureList([['Found in', VelTarn.placeText(design)],
+            ['Feasibility', VelTarn.feasibleText(design)], ...altered]),
         design.broken.length > 0 ? make('p', {class: 'broken'}, VelTarn.brokenText(design) + '.') : '',
         make('div', {class: 'columns'},
             make('section', {}, make('h2', {}, 'Values'), valueTable(search, design)),

@@ -106,7 +106,8 @@
       ...childrenNamed(childNamed(state, 'OtherNonDominatedPopulations'), 'NonDominatedPopulation')];
     frontiers.forEach((frontier, index) =>
       individuals(frontier).forEach((design) => design.ranks.push(index + 1)));
-    for (const archive of childrenNamed(childNamed(state, 'ArchiveNonDominatedPopulations'), 'NonDominatedPopulation')) {
+    for (const archive of childrenNamed(childNamed(state, 'ArchiveNonDominatedPopulations'),
+        'NonDominatedPopulation')) {
       individuals(archive).forEach((design) => { design.archived = true; });
     }
     individuals(childNamed(state, 'Population')).forEach((design) => { design.population = true; });
@@ -143,7 +144,8 @@
 
   /// The best designs that are better than this one in some objective and worse in none.
   VelTarn.dominators = (search, design) => search.designs.filter((other) =>
-    (other.kind === 'front' || other.kind === 'archive') && dominates(other, design, search.measured, search.objectives));
+    (other.kind === 'front' || other.kind === 'archive') && dominates(other, design, search.measured,
+        search.objectives));
 
   /// Kinds of designs as plots and lists show them, in the order in which legends name them.
   VelTarn.designKinds = {
@@ -155,14 +157,16 @@
 
   /// A search with one population has no frontiers; its best designs are those that none dominates.
   VelTarn.kindText = (kind, designs) =>
-    (kind === 'front' && designs.some((design) => design.population) ? 'Not dominated' : VelTarn.designKinds[kind].text);
+    (kind === 'front' && designs.some((design) => design.population) ? 'Not dominated' :
+        VelTarn.designKinds[kind].text);
 
   function classify(search) {
     const {designs, objectives} = search;
     let first = new Set(designs.filter((design) => design.ranks.includes(1)));
     if (search.kind === 'CoitGA') {
       const places = objectives.flatMap((objective, place) => (objective.measured ? [place] : []));
-      first = new Set(VelTarn.undominated(designs.filter((design) => design.feasible !== false), places, objectives));
+      first = new Set(VelTarn.undominated(designs.filter((design) => design.feasible !== false), places,
+          objectives));
     }
     for (const design of designs) {
       if (design.feasible === false) design.kind = 'infeasible';
@@ -186,7 +190,8 @@
   VelTarn.brokenText = (design) => design.broken.map((objective) => {
     const value = design.evaluations.get(objective.name);
     const below = Number(value) < objective.lower;
-    return objective.name + ' ' + shortNumber(value) + (below ? ' is below ' + objective.lower : ' is above ' + objective.upper);
+    return objective.name + ' ' + shortNumber(value) + (below ? ' is below ' + objective.lower : ' is above ' +
+        objective.upper);
   }).join('; ');
 
   function readBounds(search, root) {
@@ -250,7 +255,8 @@
   VelTarn.designWords = (design) => {
     if (design.words === undefined) {
       const names = new Set(Array.from(design.encoding.matchAll(Words), ([, name]) => plain(name)));
-      design.words = ['Design ' + design.key, VelTarn.placeText(design), VelTarn.feasibleText(design), ...names].join(' ');
+      design.words = ['Design ' + design.key, VelTarn.placeText(design), VelTarn.feasibleText(design),
+          ...names].join(' ');
     }
     return design.words;
   };

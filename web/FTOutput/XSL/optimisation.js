@@ -16,7 +16,8 @@
     value: (design) => design.values[place], text: (design) => design.texts[place],
     cell: (design) => design.texts[place] || '\u2013'}));
 
-  const placeOrder = (design) => (design.population ? 0 : Math.min(design.archived ? 0.5 : Infinity, ...design.ranks));
+  const placeOrder = (design) => (design.population ? 0 : Math.min(design.archived ? 0.5 : Infinity,
+      ...design.ranks));
 
   function feasibleCell(design) {
     if (design.feasible !== false) return VelTarn.feasibleText(design);
@@ -25,11 +26,13 @@
 
   function columnsOf() {
     return [
-      {key: 'number', title: 'Design', name: true, value: (design) => Number(design.id), text: (design) => design.key,
+      {key: 'number', title: 'Design', name: true, value: (design) => Number(design.id),
+          text: (design) => design.key,
         cell: (design) => [kindMark(design), VelTarn.designLink(design)]},
       ...objectiveColumns(),
       {key: 'places', title: 'Found in', value: placeOrder, text: VelTarn.placeText, cell: VelTarn.placeText},
-      {key: 'feasible', title: 'Feasible', value: (design) => (design.feasible === null ? 1 : design.feasible ? 0 : 2),
+      {key: 'feasible', title: 'Feasible', value: (design) => (design.feasible === null ? 1 : design.feasible ?
+          0 : 2),
         text: VelTarn.feasibleText, cell: feasibleCell},
       {key: 'compare', title: 'Compare', cell: (design) => VelTarn.compareLink(search, design)},
     ];
@@ -64,6 +67,14 @@
       this.box.style.setProperty('--columns', this.template);
     }
 
+    /// A place for printed rows with the same columns.
+    paper(space) {
+      const place = make('div');
+      place.style.setProperty('--columns', this.template);
+      space.append(place);
+      return place;
+    }
+
     /// A card has a line for each column; names of objectives may need more.
     heightOf(design, width) {
       if (width >= this.wideFrom) return 40;
@@ -86,7 +97,8 @@
 
     showHead(sorting) {
       this.head.replaceChildren(make('div', {'class': 'row head', 'role': 'row', 'aria-rowindex': '1'},
-          ...this.columns.map((column) => make('div', {'role': 'columnheader', 'class': column.value ? (column.numeric ? 'figure' : null) : 'unsorted',
+          ...this.columns.map((column) => make('div',
+              {'role': 'columnheader', 'class': column.value ? (column.numeric ? 'figure' : null) : 'unsorted',
             'aria-sort': column.value ? VelTarn.ariaSort(column, sorting) : null},
           column.value ? VelTarn.sortButton(column, sorting) : column.title))));
     }
@@ -118,7 +130,8 @@
   function placesNote() {
     const lost = search.measured.some((place) => search.objectives[place].name.includes('Unavailability') &&
         search.designs.some((design) => design.values[place] === 0));
-    return lost ? make('p', {class: 'hint'}, 'Values are saved with six places behind the point: a 0 may stand for ' +
+    return lost ? make('p', {class: 'hint'},
+        'Values are saved with six places behind the point: a 0 may stand for ' +
         'a value below 0.0000005.') : '';
   }
 
@@ -128,7 +141,8 @@
     const key = columns.some((column) => column.key === firstSort[0]) ? firstSort[0] :
       (first === undefined ? 'number' : 'o' + first);
     const sorting = VelTarn.sorting(route.choices, key, firstSort[1] || best);
-    return columns.some((column) => column.key === sorting.key && column.value) ? sorting : {key: 'number', descending: false};
+    return columns.some((column) => column.key === sorting.key && column.value) ? sorting :
+        {key: 'number', descending: false};
   }
 
   function renderOverview(space, route) {
@@ -150,8 +164,8 @@
     space.append(make('h2', {}, 'Designs'), bar, VelTarn.keptNote(search));
     rows = new DesignRows(space, columns, 'Designs');
     rows.showHead(sorting);
+    VelTarn.printWith(rows.paper(space), () => shown.map((design, index) => () => rows.makeRow(design, index)));
     space.append(VelTarn.kindLegend(search.designs), placesNote(), VelTarn.boundsNote(search));
-    VelTarn.printWith(space, () => shown.map((design, index) => () => rows.makeRow(design, index)));
     show();
   }
 

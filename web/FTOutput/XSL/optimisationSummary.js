@@ -47,11 +47,13 @@
 
   function objectiveTable(search) {
     return make('table', {'class': 'table cards objectives', 'role': 'table', 'aria-label': 'Objectives'},
-        make('thead', {role: 'rowgroup', class: 'plain-head'}, make('tr', {role: 'row'}, ...['Objective', 'Goal', 'Bounds', 'Values']
+        make('thead', {role: 'rowgroup', class: 'plain-head'},
+            make('tr', {role: 'row'}, ...['Objective', 'Goal', 'Bounds', 'Values']
             .map((title) => make('th', {scope: 'col', role: 'columnheader'}, title)))),
         make('tbody', {role: 'rowgroup'}, ...search.objectives.map((objective, place) => make('tr', {role: 'row'},
             make('th', {scope: 'row', role: 'rowheader', class: 'name'}, ...VelTarn.objectiveName(objective.name)),
-            cell('Goal', objective.goal || 'Not an objective of the model'), cell('Bounds', boundsText(search, objective)),
+            cell('Goal', objective.goal || 'Not an objective of the model'),
+                cell('Bounds', boundsText(search, objective)),
             cell('Values', objective.measured ? rangeOf(search, place) : 'not measured')))));
   }
 
@@ -66,7 +68,8 @@
           ['Archive', String(count((design) => design.archived))]);
     }
     if (search.bounds) pairs.push(['Infeasible', String(count((design) => design.feasible === false))]);
-    pairs.push(['Generation', search.generation], ['Time', timeText(search.time)], ['Encoding', encodingText(search)],
+    pairs.push(['Generation', search.generation], ['Time', timeText(search.time)],
+        ['Encoding', encodingText(search)],
         ['Search', search.kind], ['Seed to go on with', search.seed]);
     return make('section', {'class': 'search-summary', 'aria-label': 'The search'},
         make('p', {class: 'trail'}, 'Model file ', make('b', {}, search.file || 'not named'), '. ',

@@ -4,7 +4,7 @@
 
 (function () {
   const make = VelTarn.make;
-  const rounded = (value) => Math.round(value * 10) / 10;
+  const rounded = VelTarn.roundedPlace;
 
   const Narrow = 640;  // Pixels; below it the axes lie.
   const Reach = 14;  // Pixels from a line at which the pointer still means it.
@@ -30,7 +30,8 @@
       } else {
         const labels = names.map((name) => Math.min(VelTarn.textWidth(name), (width - 20) / count - 14));
         const isBounded = ({lower, upper}) => !Number.isNaN(lower) || !Number.isNaN(upper);
-        const [first, last] = [Math.max(isBounded(objectives[measured[0]]) ? 96 : 40, labels[0] / 2), Math.max(50, labels[count - 1] / 2)];
+        const [first, last] = [Math.max(isBounded(objectives[measured[0]]) ? 96 : 40, labels[0] / 2),
+            Math.max(50, labels[count - 1] / 2)];
         this.tops = names.map((name, index) => 8 + first + (width - 16 - first - last) * index / (count - 1));
         this.start = 420;
         this.end = 64;
@@ -69,7 +70,8 @@
         } else {
           this.axes.append(VelTarn.axisLine(top - 4, along, top + 4, along, 'axis'));
           const last = index === this.tops.length - 1;
-          this.labels.append(VelTarn.axisText(tick.text, last ? top - 8 : top + 8, along + 4.5, last ? 'end' : 'start', null));
+          this.labels.append(VelTarn.axisText(tick.text, last ? top - 8 : top + 8, along + 4.5,
+              last ? 'end' : 'start', null));
         }
       }
       for (const [bound, text] of [[objective.lower, 'lower'], [objective.upper, 'upper']]) {
@@ -80,8 +82,10 @@
     }
 
     drawBound([x, y], text, width) {
-      const [left, top, anchor] = this.lying ? [x, y + 35, x < width / 2 ? 'start' : 'end'] : [x - 15, y + 4.5, 'end'];
-      this.axes.append(this.lying ? VelTarn.axisLine(x, y - 12, x, y + 12, 'bound') : VelTarn.axisLine(x - 12, y, x + 12, y, 'bound'));
+      const [left, top, anchor] = this.lying ? [x, y + 35, x < width / 2 ? 'start' : 'end'] :
+          [x - 15, y + 4.5, 'end'];
+      this.axes.append(this.lying ? VelTarn.axisLine(x, y - 12, x, y + 12, 'bound') : VelTarn.axisLine(x - 12, y,
+          x + 12, y, 'bound'));
       this.labels.append(VelTarn.axisText(text, left, top, anchor, 'bound-text'));
     }
 
@@ -93,10 +97,12 @@
         while (shown.length > 4 && VelTarn.textWidth(shown) > room) shown = shown.slice(0, -2);
         return shown === text ? text : shown + '\u2026';
       };
-      const goal = [objective.goal, this.scales[index].isLog ? 'logarithmic' : ''].filter((word) => word !== '').join(', ');
+      const goal = [objective.goal, this.scales[index].isLog ? 'logarithmic' : ''].filter((word) =>
+          word !== '').join(', ');
       const top = this.tops[index];
       if (this.lying) {
-        this.labels.append(VelTarn.axisText(cut(objective.name + (goal ? ', ' + goal.toLowerCase() : '')), 14, top - 26, 'start', 'axis-name' + active));
+        this.labels.append(VelTarn.axisText(cut(objective.name + (goal ? ', ' + goal.toLowerCase() : '')), 14,
+            top - 26, 'start', 'axis-name' + active));
         return;
       }
       this.labels.append(VelTarn.axisText(cut(objective.name), top, 18, 'middle', 'axis-name' + active),
@@ -138,7 +144,8 @@
     }
   }
 
-  const lineSample = (kind) => VelTarn.makeSvg('svg', {'width': 34, 'height': 12, 'viewBox': '0 0 34 12', 'focusable': 'false'},
+  const lineSample = (kind) => VelTarn.makeSvg('svg', {'width': 34, 'height': 12, 'viewBox': '0 0 34 12',
+      'focusable': 'false'},
       VelTarn.makeSvg('path', {d: 'M1 6H33', class: 'line line-' + kind}));
 
   function toolbar(search, route, by, scales) {
@@ -146,9 +153,11 @@
       window.location.hash = VelTarn.address(route.path, {...VelTarn.currentRoute().choices, ...choices});
     };
     const fields = make('div', {class: 'toolbar plot-fields'}, VelTarn.choiceField('Arrow keys go by',
-        search.measured.map((place) => [String(place), search.objectives[place].name]), String(by), 'axis-by', (value) => go({by: value})));
+        search.measured.map((place) => [String(place), search.objectives[place].name]), String(by), 'axis-by',
+            (value) => go({by: value})));
     if (!scales.some((scale) => scale.canLog)) return fields;
-    const log = make('input', {'type': 'checkbox', 'data-focus': 'log', 'change': () => go({log: log.checked ? '1' : '0'})});
+    const log = make('input', {'type': 'checkbox', 'data-focus': 'log',
+        'change': () => go({log: log.checked ? '1' : '0'})});
     log.checked = scales.some((scale) => scale.isLog);
     fields.append(make('label', {class: 'check'}, log, 'Logarithmic where values span decades'));
     return fields;
@@ -160,13 +169,15 @@
       space.append(make('p', {class: 'empty'}, 'There are fewer than two objectives to compare.'));
       return;
     }
-    const by = search.measured.includes(Number(route.choices.by)) && route.choices.by ? Number(route.choices.by) : search.measured[0];
+    const by = search.measured.includes(Number(route.choices.by)) && route.choices.by ?
+        Number(route.choices.by) : search.measured[0];
     const panel = make('aside', {'class': 'details', 'aria-label': 'The chosen design'});
     const column = make('div', {class: 'plot-column'});
     const legend = make('div');
     let plot = null;
     const twinsOf = (design) => plot.designs.filter((other) => other !== design && other.text === design.text);
-    const tell = (design) => VelTarn.fillDesignPanel(panel, search, design, design ? twinsOf(design) : [], (twin) => plot.choose(twin));
+    const tell = (design) => VelTarn.fillDesignPanel(panel, search, design, design ? twinsOf(design) : [],
+        (twin) => plot.choose(twin));
     const fill = (designs) => {
       plot.designs = designs;
       plot.setAxes(search, by, route.choices.log);
@@ -191,10 +202,12 @@
     column.append(legend);
     show();
     const fields = toolbar(search, route, by, plot.scales);
-    fields.append(VelTarn.button('Save as SVG', () => VelTarn.saveFile(VelTarn.fileName(search.model, 'objectives') + '.svg',
+    fields.append(VelTarn.button('Save as SVG',
+        () => VelTarn.saveFile(VelTarn.fileName(search.model, 'objectives') + '.svg',
         'image/svg+xml', plot.toSvg([])), 'svg'));
     space.insertBefore(fields, bar);
-    space.append(make('p', {class: 'hint'}, 'Each line is a design and each axis an objective. Lines that cross between two axes are ' +
+    space.append(make('p', {class: 'hint'},
+        'Each line is a design and each axis an objective. Lines that cross between two axes are ' +
         'designs of which one is better here and the other there. Choose a line with the pointer or the arrow keys, ' +
         'and open it with Enter or a double click.'), VelTarn.boundsNote(search));
   };

@@ -50,6 +50,7 @@
     nodesOf(element).forEach((node) => walk(node, 0, ''));
     const allocated = rows.some((row) => row.cells[1] !== '');
     if (!allocated) rows.forEach((row) => row.cells.pop());
-    return {levels: false, heads: ['Component'], columns: allocated ? ['Implementation', 'Allocation'] : ['Implementation'], rows};
+    return {levels: false, heads: ['Component'], columns: allocated ? ['Implementation', 'Allocation'] :
+        ['Implementation'], rows};
   };
 }());

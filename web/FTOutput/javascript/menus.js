@@ -3,8 +3,8 @@
 'use strict';
 
 (function () {
-  const Views = ['menus', 'designs', 'designFilter', 'designPlot', 'parallelPlot', 'treeEncoding',
-    'treeASILEncoding', 'ASILOptimisation', 'ASILOptimisationSummary', 'designView', 'designCompare',
+  const Views = ['menus', 'designs', 'designFilter', 'plotBox', 'designPlot', 'parallelPlot',
+    'treeEncoding', 'treeASILEncoding', 'ASILOptimisation', 'ASILOptimisationSummary', 'designView', 'designCompare',
     'optimisation', 'optimisationSummary'];
 
   function addViews() {
