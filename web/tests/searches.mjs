@@ -80,6 +80,18 @@ async function checkBounds(open) {
       await show(page, '#/plot?y=2&ylog=1');
       assert.match(await page.textContent('.axis-title'), /logarithmic/);
       assert.ok((await texts(page, '.plot-axes text')).includes('0'));
+      // The diamond of design 3.2 stands on the axis; its first point is its top.
+      const bottom = Number(await page.locator('.plot-axes .axis').first().getAttribute('y1'));
+      const tops = (await page.getAttribute('.plot-points .mark-archive',
+          'd')).match(/(?<=M\S+ )[\d.]+/g).map(Number);
+      assert.equal(Math.max(...tops) + 7, bottom);
+    });
+    await check('a front goes from the best of what is maximised, too', async () => {
+      await show(page, '#/plot?x=1&y=0');
+      const path = await page.getAttribute('.front-line', 'd');
+      assert.match(path, /^M\S+ \S+(H\S+?V[\d.]+){3}$/);
+      const across = path.match(/(?<=[MH])[\d.]+/g).map(Number);
+      assert.deepEqual(across, across.slice().sort((left, right) => right - left));
     });
     await check('all objectives are drawn as lines, and arrow keys go by the chosen one', async () => {
       await page.click('[data-focus=menu-parallel]');
@@ -286,9 +298,10 @@ async function checkNames(open) {
   });
 }
 
-/// Names of runs come from names of files. An apostrophe breaks the call in the page, which reports it.
+/// Names of runs come from names of files. Quotation marks break the call in the page, which reports it.
 const Runs = ['GA(a b)_Generation5', '100%_#1 & more; [x] {y} +=~,@!', 'GA(the driver\'s car)', 'Gr\u00f6\u00dfe',
-    utf8('Gr\u00f6\u00dfe \u2264')];
+    utf8('Gr\u00f6\u00dfe \u2264'),
+    'GA("so" \\x &lt; &copy;)'];
 
 async function checkRuns(open) {
   let tab;
@@ -299,7 +312,7 @@ async function checkRuns(open) {
       assert.equal(await tab.locator('.designs .row').count(), 2);
       const href = await tab.getAttribute('.search-summary a', 'href');
       assert.equal(decodeURIComponent(href), basename(path).replace(/html$/, 'xml'));
-      assert.deepEqual(tab.errors.filter((text) => !/missing \)/.test(text)), []);
+      assert.deepEqual(tab.errors.filter((text) => !/missing \)|Invalid or unexpected token/.test(text)), []);
     }));
   }
   await tab.context().close();

@@ -59,7 +59,7 @@
       evaluations.set(plain(name), value.trim());
     }
     const altered = Altered.exec(text);
-    return {id: (Id.exec(text) || ['', ''])[1], encoding: compact(between(text, '<Encoding>', '</Encoding>')),
+    return {id: (Id.exec(text) || ['', ''])[1], encoding: between(text, '<Encoding>', '</Encoding>').trim(),
       evaluations, altered: altered ? altered[1] : '', ranks: [], archived: false, population: false};
   }
 
@@ -75,7 +75,7 @@
       let key = design.id;
       for (let copy = 2; this.byKey.has(key); ++copy) {
         const known = this.byKey.get(key);
-        if (known.encoding === design.encoding && known.text === design.text) return known;
+        if (compact(known.encoding) === compact(design.encoding) && known.text === design.text) return known;
         key = design.id + '.' + copy;
       }
       design.key = key;
