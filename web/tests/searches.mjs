@@ -265,7 +265,7 @@ const utf8 = (text) => Buffer.from(text, 'utf8').toString('latin1');
 const Names = [
   ['&lt;script&gt;window.ran = true&lt;/script&gt;', '<script>window.ran = true</script>'],
   ['&lt;img src=x onerror=&quot;window.ran = true&quot;&gt;', '<img src=x onerror="window.ran = true">'],
-  ['A &amp; B &amp;amp; C', 'A & B &amp; C'],
+  ['&#x41; &amp; B &amp;amp; C', 'A & B &amp; C'],
   ['the driver\'s \\ pedal', 'the driver\'s \\ pedal'],
   ['Beh\u00e4lter', 'Beh\u00e4lter'],
   [utf8('Beh\u00e4lter \u2264 5'), 'Beh\u00e4lter \u2264 5'],
