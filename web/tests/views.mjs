@@ -25,7 +25,8 @@ async function checkSorting(page, list, columns, shownOrder, expectedOrder) {
     for (let press = 0; press < 2; ++press) {
       const before = page.url();
       await page.click('[data-focus=sort-' + key + ']');
-      await page.waitForFunction((address) => location.href !== address, before);
+      // The address changes before the view does.
+      await page.waitForFunction((address) => location.href !== address && VelTarn.shownHash === location.hash, before);
       const direction = await page.getAttribute('[aria-sort=ascending], [aria-sort=descending]', 'aria-sort');
       directions.add(direction);
       assert.deepEqual(await shownOrder(), expectedOrder(sorted(list, value, direction === 'ascending' ? 1 : -1)),
