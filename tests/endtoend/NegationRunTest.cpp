@@ -178,10 +178,10 @@ TEST_F(NegationRunTest, LimitIsAppliedToExpandedModules) {
 TEST_F(NegationRunTest, LimitThatMayHideSmallerCutSetsIsTold) {
   const std::string warning =
       "The order limit may hide smaller cut sets, which negation would make ";
-  const ProgramRun run = Run({"A AND B OR A AND NOT B"}, {"maxcutset=1"});
+  const ProgramRun run = Run({"A AND B OR A AND not B"}, {"maxcutset=1"});
   EXPECT_THAT(run.errors, HasSubstr(warning));
   EXPECT_THAT(Run({"A AND B"}, {"maxcutset=1"}).errors, Not(HasSubstr(warning)));
-  EXPECT_THAT(Run({"A AND B OR A AND NOT B"}).errors, Not(HasSubstr(warning)));
+  EXPECT_THAT(Run({"A AND B OR A AND not B"}).errors, Not(HasSubstr(warning)));
   EXPECT_THAT(CutSets(), UnorderedElementsAre("A"));
 }
 

@@ -25,7 +25,8 @@ class TestModesRunTest : public ProcessStateTest {
       for (const auto& file : Files::directory_iterator(example)) {
         if (file.is_regular_file()) Files::copy(file, copy / file.path().filename());
       }
-      ++examples;
+      // The benchmark of the search has no trees, so nothing is expected of it.
+      if (Files::exists(example.path() / "expected.csv")) ++examples;
     }
   }
 
