@@ -197,7 +197,7 @@ void GA::OutputOptimisationResults() {
     WriteModelScript();
     WriteResultsPage(resultsFolder);
   }
-  std::cout << "Output completed in " << Seconds(SecondsSince(start)) << "s.\n";
+  std::cout << "Output completed in " << Seconds(SecondsSince(start)) << " s.\n";
 }
 
 std::string GA::GetRunName() const {
