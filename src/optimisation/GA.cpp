@@ -1,7 +1,7 @@
 #include "optimisation/GA.h"
 
+#include <algorithm>
 #include <array>
-#include <fstream>
 #include <iostream>
 #include <string_view>
 #include <utility>
@@ -11,8 +11,6 @@
 #include "model/NumberText.h"
 #include "model/VtnException.h"
 #include "optimisation/Individual.h"
-#include "optimisation/NonDominatedPopulation.h"
-#include "optimisation/Random.h"
 #include "output/PageTemplate.h"
 #include "platform/Clock.h"
 #include "platform/FileSystem.h"
@@ -35,6 +33,22 @@ std::string Seconds(float seconds) { return FormatDouble(static_cast<double>(sec
 /// fit the options' words, which is deliberate: scripts know result files by these names.
 constexpr std::array<std::string_view, 3> SizingTexts = {"_PopulationLimit", "_PopulationSize",
                                                          "_PopulationVariable"};
+
+/// What the word in a command file does.
+struct SearchCommand {
+  std::string_view word;
+  bool GA::*flag;
+  bool value;
+};
+
+constexpr std::array<SearchCommand, 6> Commands = {{
+    {"QUIT", &GA::quit, true},
+    {"REPORT_STATUS", &GA::reportStatus, true},
+    {"MONITOR_STATUS", &GA::monitorStatus, true},
+    {"CANCEL_MONITOR_STATUS", &GA::monitorStatus, false},
+    {"STORE_CURRENT_STATE", &GA::storeState, true},
+    {"OUTPUT_CURRENT_GENERATION_CONFIGURATION", &GA::outputConfiguration, true},
+}};
 
 }  // namespace
 
@@ -143,22 +157,7 @@ std::string GA::CommandFolder() const {
   return JoinPath(folder, SplitPath(fileName).baseName + std::string(ResultsSuffix));
 }
 
-void GA::Obey(const std::string& command) {
-  if (command == "QUIT") quit = true;
-  if (command == "REPORT_STATUS") reportStatus = true;
-  if (command == "MONITOR_STATUS") monitorStatus = true;
-  if (command == "CANCEL_MONITOR_STATUS") monitorStatus = false;
-  if (command == "STORE_CURRENT_STATE") storeState = true;
-  if (command == "OUTPUT_CURRENT_GENERATION_CONFIGURATION") outputConfiguration = true;
-}
-
 void GA::ReadCommandFile() {
-  constexpr std::array<std::string_view, 6> Commands = {"QUIT",
-                                                        "REPORT_STATUS",
-                                                        "MONITOR_STATUS",
-                                                        "CANCEL_MONITOR_STATUS",
-                                                        "STORE_CURRENT_STATE",
-                                                        "OUTPUT_CURRENT_GENERATION_CONFIGURATION"};
   CreateFolders(CommandFolder());
   const std::string path = JoinPath(CommandFolder(), "commandFile.txt");
   const std::optional<std::string> text = ReadWholeFile(path);
@@ -167,12 +166,12 @@ void GA::ReadCommandFile() {
   std::string buffer;
   for (const char character : *text) {
     buffer += character;
-    for (const std::string_view command : Commands) {
-      if (buffer != command) continue;
-      Obey(buffer);
-      buffer.clear();
-      found = true;
-    }
+    const auto command = std::find_if(Commands.begin(), Commands.end(),
+                                      [&](const SearchCommand& row) { return row.word == buffer; });
+    if (command == Commands.end()) continue;
+    this->*command->flag = command->value;
+    buffer.clear();
+    found = true;
   }
   if (found) RemoveFile(path);
 }

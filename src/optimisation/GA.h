@@ -102,7 +102,6 @@ class GA {
   void RunGenerations(long long sessionStart);
   void PrintStatus(long long generationStart, long long sessionStart) const;
   void PrintEnd(float sessionTime) const;
-  void Obey(const std::string& command);
   std::string CommandFolder() const;
   std::string ResultsFolder() const;
   void WriteResultsPage(const std::string& resultsFolder) const;

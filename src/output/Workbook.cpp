@@ -31,7 +31,7 @@ Workbook::~Workbook() { out << "</Workbook>\n"; }
 
 bool Workbook::Open(const std::string& path) {
   if (!out.Open(path)) return false;
-  out << WorkbookHead;
+  out << WorkbookHead();
   return true;
 }
 

@@ -1,8 +1,13 @@
 #include "output/WorkbookHead.h"
 
+#include <array>
+#include <string_view>
+
 namespace FTS {
 
-const std::string_view WorkbookHead = R"(<?xml version="1.0"?>
+namespace {
+
+constexpr std::string_view BeforeStyles = R"(<?xml version="1.0"?>
 <?mso-application progid="Excel.Sheet"?>
 <Workbook xmlns="urn:schemas-microsoft-com:office:spreadsheet"
  xmlns:o="urn:schemas-microsoft-com:office:office"
@@ -26,93 +31,35 @@ const std::string_view WorkbookHead = R"(<?xml version="1.0"?>
   <ProtectWindows>False</ProtectWindows>
  </ExcelWorkbook>
  <Styles>
-  <Style ss:ID="boldCenterAllBorders">
-   <Alignment ss:Horizontal="Center" ss:Vertical="Top"/>
-   <Borders>
-    <Border ss:Position="Bottom" ss:LineStyle="Continuous" ss:Weight="1"/>
-    <Border ss:Position="Left" ss:LineStyle="Continuous" ss:Weight="1"/>
-    <Border ss:Position="Right" ss:LineStyle="Continuous" ss:Weight="1"/>
-    <Border ss:Position="Top" ss:LineStyle="Continuous" ss:Weight="1"/>
-   </Borders>
-   <Font ss:FontName="Arial" x:Family="Swiss" ss:Bold="1"/>
-  </Style>
-  <Style ss:ID="boldLeftAllBorders">
-   <Alignment ss:Horizontal="Left" ss:Vertical="Top"/>
-   <Borders>
-    <Border ss:Position="Bottom" ss:LineStyle="Continuous" ss:Weight="1"/>
-    <Border ss:Position="Left" ss:LineStyle="Continuous" ss:Weight="1"/>
-    <Border ss:Position="Right" ss:LineStyle="Continuous" ss:Weight="1"/>
-    <Border ss:Position="Top" ss:LineStyle="Continuous" ss:Weight="1"/>
-   </Borders>
-   <Font ss:FontName="Arial" x:Family="Swiss" ss:Bold="1"/>
-  </Style>
-  <Style ss:ID="normalLeftAllExceptTopAndBottomBorders">
-   <Alignment ss:Horizontal="Left" ss:Vertical="Top"/>
-   <Borders>
-    <Border ss:Position="Left" ss:LineStyle="Continuous" ss:Weight="1"/>
-    <Border ss:Position="Right" ss:LineStyle="Continuous" ss:Weight="1"/>
-   </Borders>
-   <Font ss:FontName="Arial" x:Family="Swiss"/>
-  </Style>
-  <Style ss:ID="normalLeftAllExceptTopBorders">
-   <Alignment ss:Horizontal="Left" ss:Vertical="Top"/>
-   <Borders>
-    <Border ss:Position="Bottom" ss:LineStyle="Continuous" ss:Weight="1"/>
-    <Border ss:Position="Left" ss:LineStyle="Continuous" ss:Weight="1"/>
-    <Border ss:Position="Right" ss:LineStyle="Continuous" ss:Weight="1"/>
-   </Borders>
-   <Font ss:FontName="Arial" x:Family="Swiss"/>
-  </Style>
-  <Style ss:ID="normalLeftAllExceptBottomBorders">
-   <Alignment ss:Horizontal="Left" ss:Vertical="Top"/>
-   <Borders>
-    <Border ss:Position="Left" ss:LineStyle="Continuous" ss:Weight="1"/>
-    <Border ss:Position="Right" ss:LineStyle="Continuous" ss:Weight="1"/>
-    <Border ss:Position="Top" ss:LineStyle="Continuous" ss:Weight="1"/>
-   </Borders>
-   <Font ss:FontName="Arial" x:Family="Swiss"/>
-  </Style>
-  <Style ss:ID="normalLeftAllBorders">
-   <Alignment ss:Horizontal="Left" ss:Vertical="Top"/>
-   <Borders>
-    <Border ss:Position="Bottom" ss:LineStyle="Continuous" ss:Weight="1"/>
-    <Border ss:Position="Left" ss:LineStyle="Continuous" ss:Weight="1"/>
-    <Border ss:Position="Right" ss:LineStyle="Continuous" ss:Weight="1"/>
-    <Border ss:Position="Top" ss:LineStyle="Continuous" ss:Weight="1"/>
-   </Borders>
-   <Font ss:FontName="Arial" x:Family="Swiss"/>
-  </Style>
-  <Style ss:ID="normalCenterAllBorders">
-   <Alignment ss:Horizontal="Center" ss:Vertical="Top"/>
-   <Borders>
-    <Border ss:Position="Bottom" ss:LineStyle="Continuous" ss:Weight="1"/>
-    <Border ss:Position="Left" ss:LineStyle="Continuous" ss:Weight="1"/>
-    <Border ss:Position="Right" ss:LineStyle="Continuous" ss:Weight="1"/>
-    <Border ss:Position="Top" ss:LineStyle="Continuous" ss:Weight="1"/>
-   </Borders>
-   <Font ss:FontName="Arial" x:Family="Swiss"/>
-  </Style>
-  <Style ss:ID="hyperlinkLeftAllBorders">
-   <Alignment ss:Horizontal="Left" ss:Vertical="Top"/>
-   <Borders>
-    <Border ss:Position="Bottom" ss:LineStyle="Continuous" ss:Weight="1"/>
-    <Border ss:Position="Left" ss:LineStyle="Continuous" ss:Weight="1"/>
-    <Border ss:Position="Right" ss:LineStyle="Continuous" ss:Weight="1"/>
-    <Border ss:Position="Top" ss:LineStyle="Continuous" ss:Weight="1"/>
-   </Borders>
-   <Font ss:FontName="Arial" x:Family="Swiss" ss:Color="#0000FF" ss:Underline="Single"/>
-  </Style>
-  <Style ss:ID="hyperlinkCenterAllBorders">
-   <Alignment ss:Horizontal="Center" ss:Vertical="Top"/>
-   <Borders>
-    <Border ss:Position="Bottom" ss:LineStyle="Continuous" ss:Weight="1"/>
-    <Border ss:Position="Left" ss:LineStyle="Continuous" ss:Weight="1"/>
-    <Border ss:Position="Right" ss:LineStyle="Continuous" ss:Weight="1"/>
-    <Border ss:Position="Top" ss:LineStyle="Continuous" ss:Weight="1"/>
-   </Borders>
-   <Font ss:FontName="Arial" x:Family="Swiss" ss:Color="#0000FF" ss:Underline="Single"/>
-  </Style>
-  <Style ss:ID="Default" ss:Name="Normal">
+)";
+
+/// One of the styles that the sheets are made of: a place for the text, borders and a font.
+struct CellStyle {
+  std::string_view id;
+  std::string_view horizontal;
+  std::string_view borders;  // By their first letters.
+  std::string_view font;     // What the font has beside its name.
+};
+
+constexpr std::string_view Plain = "";
+constexpr std::string_view Bold = R"( ss:Bold="1")";
+constexpr std::string_view Link = R"( ss:Color="#0000FF" ss:Underline="Single")";
+
+constexpr std::array<CellStyle, 9> CellStyles = {{
+    {"boldCenterAllBorders", "Center", "BLRT", Bold},
+    {"boldLeftAllBorders", "Left", "BLRT", Bold},
+    {"normalLeftAllExceptTopAndBottomBorders", "Left", "LR", Plain},
+    {"normalLeftAllExceptTopBorders", "Left", "BLR", Plain},
+    {"normalLeftAllExceptBottomBorders", "Left", "LRT", Plain},
+    {"normalLeftAllBorders", "Left", "BLRT", Plain},
+    {"normalCenterAllBorders", "Center", "BLRT", Plain},
+    {"hyperlinkLeftAllBorders", "Left", "BLRT", Link},
+    {"hyperlinkCenterAllBorders", "Center", "BLRT", Link},
+}};
+
+constexpr std::array<std::string_view, 4> Sides = {"Bottom", "Left", "Right", "Top"};
+
+constexpr std::string_view BehindCellStyles = R"(  <Style ss:ID="Default" ss:Name="Normal">
    <Alignment ss:Vertical="Bottom"/>
    <Borders/>
    <Font/>
@@ -137,5 +84,25 @@ const std::string_view WorkbookHead = R"(<?xml version="1.0"?>
   </Style>
  </Styles>
 )";
+
+void Append(std::string& text, const CellStyle& style) {
+  const auto add = [&text](auto... parts) { (text.append(parts), ...); };
+  add("  <Style ss:ID=\"", style.id, "\">\n   <Alignment ss:Horizontal=\"", style.horizontal,
+      "\" ss:Vertical=\"Top\"/>\n   <Borders>\n");
+  for (const std::string_view side : Sides) {
+    if (style.borders.find(side.front()) == std::string_view::npos) continue;
+    add("    <Border ss:Position=\"", side, "\" ss:LineStyle=\"Continuous\" ss:Weight=\"1\"/>\n");
+  }
+  add("   </Borders>\n   <Font ss:FontName=\"Arial\" x:Family=\"Swiss\"", style.font,
+      "/>\n  </Style>\n");
+}
+
+}  // namespace
+
+std::string WorkbookHead() {
+  std::string text(BeforeStyles);
+  for (const CellStyle& style : CellStyles) Append(text, style);
+  return text.append(BehindCellStyles);
+}
 
 }  // namespace FTS
