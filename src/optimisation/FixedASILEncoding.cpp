@@ -12,6 +12,7 @@
 #include "model/Perspective.h"
 #include "model/PrintLine.h"
 #include "model/Subsystem.h"
+#include "optimisation/Choices.h"
 #include "optimisation/Random.h"
 #include "optimisation/SavedStateText.h"
 
@@ -20,7 +21,6 @@ namespace FTS {
 namespace {
 
 constexpr int Levels = 5;
-constexpr float EvenChance = 0.5F;
 
 }  // namespace
 
@@ -85,7 +85,7 @@ bool FixedASILEncoding::Mutate(double rate) {
   bool changed = false;
   for (const auto& node : nodes) {
     if (rate > static_cast<double>(RandomUniform())) {
-      const std::int32_t level = RandomUniform() <= EvenChance ? RandomLevel() : 0;
+      const std::int32_t level = TakeFirst() ? RandomLevel() : 0;
       changed |= level != node->level;
       node->level = level;
     }
@@ -99,7 +99,7 @@ std::unique_ptr<Encoding> FixedASILEncoding::Crossover(const Encoding& other) co
   if (!partner || partner->nodes.size() != nodes.size()) return nullptr;
   auto child = std::make_unique<FixedASILEncoding>(*model, false);
   for (std::size_t i = 0; i < nodes.size(); ++i) {
-    const auto& chosen = RandomUniform() <= EvenChance ? nodes[i] : partner->nodes[i];
+    const auto& chosen = TakeFirst() ? nodes[i] : partner->nodes[i];
     child->nodes.push_back(
         std::make_unique<FixedASILEncodingNode>(nodes[i]->name, nodes[i]->prime, chosen->level));
   }

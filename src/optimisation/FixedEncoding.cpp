@@ -13,6 +13,7 @@
 #include "model/PrintLine.h"
 #include "model/Subsystem.h"
 #include "model/VtnException.h"
+#include "optimisation/Choices.h"
 #include "optimisation/DesignComponents.h"
 #include "optimisation/Random.h"
 #include "optimisation/RedundancyBenchmark.h"
@@ -21,8 +22,6 @@
 namespace FTS {
 
 namespace {
-
-constexpr float EvenChance = 0.5F;
 
 /// Used slots come first.
 bool ComesBefore(std::int32_t left, std::int32_t right) {
@@ -82,7 +81,7 @@ bool FixedEncodingNode::Mutate(double rate) {
   std::map<std::int32_t, int> changes;  // By gene: how often it came, less how often it went.
   for (std::int32_t& gene : genes) {
     if (static_cast<double>(RandomUniform()) >= rate) continue;
-    const std::int32_t mutated = RandomUniform() <= EvenChance ? RandomGene() : 0;
+    const std::int32_t mutated = TakeFirst() ? RandomGene() : 0;
     if (mutated == gene) continue;
     --changes[gene];
     ++changes[mutated];
@@ -99,7 +98,7 @@ std::unique_ptr<FixedEncodingNode> FixedEncodingNode::Crossover(
     FixedEncoding& child, const FixedEncodingNode& other) const {
   auto node = std::make_unique<FixedEncodingNode>(child, *this);
   for (std::size_t i = 0; i < genes.size(); ++i) {
-    const bool own = RandomUniform() <= EvenChance;
+    const bool own = TakeFirst();
     node->genes[i] = own || i >= other.genes.size() ? genes[i] : other.genes[i];
   }
   node->SortGenes();

@@ -11,6 +11,7 @@
 #include "model/Perspective.h"
 #include "model/PrintLine.h"
 #include "model/Subsystem.h"
+#include "optimisation/Choices.h"
 #include "optimisation/DesignComponents.h"
 #include "optimisation/FixedASILEncoding.h"
 #include "optimisation/Random.h"
@@ -20,9 +21,6 @@ namespace FTS {
 
 namespace {
 
-constexpr float EvenChance = 0.5F;
-constexpr int CalmDepth = 1;  // Where mutation is ten times as rare, and nowhere else, on purpose.
-constexpr double CalmShare = 10.0;
 constexpr std::int32_t NoLevel = -1;
 
 std::int32_t LevelFor(double prime, const SafetyAllocation* allocation) {
@@ -88,7 +86,7 @@ std::int32_t TreeASILEncodingNode::GetSize() const {
 }
 
 bool TreeASILEncodingNode::Mutate(double rate, int depth) {
-  const double threshold = depth == CalmDepth ? rate / CalmShare : rate;
+  const double threshold = MutationRateAt(depth, rate);
   bool changed = false;
   for (auto& [prime, level] : levels) {
     if (static_cast<double>(RandomUniform()) >= threshold) continue;
@@ -104,7 +102,7 @@ TreeASILEncodingNode::Pointer TreeASILEncodingNode::Crossover(
     const TreeASILEncodingNode& other) const {
   auto node = std::make_unique<TreeASILEncodingNode>(componentName);
   for (const auto& [prime, level] : levels) {
-    const bool own = RandomUniform() <= EvenChance;
+    const bool own = TakeFirst();
     const auto otherLevel = other.levels.find(prime);
     // The event is the same for both, being the model's own.
     node->events[prime] = events.at(prime);

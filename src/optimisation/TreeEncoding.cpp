@@ -11,6 +11,7 @@
 #include "model/PrintLine.h"
 #include "model/Subsystem.h"
 #include "model/VtnException.h"
+#include "optimisation/Choices.h"
 #include "optimisation/Random.h"
 #include "optimisation/RedundancyBenchmark.h"
 #include "optimisation/SavedStateText.h"
@@ -18,10 +19,6 @@
 namespace FTS {
 
 namespace {
-
-constexpr float EvenChance = 0.5F;
-constexpr int CalmDepth = 1;  // Where mutation is ten times as rare, and nowhere else, on purpose.
-constexpr double CalmShare = 10.0;
 
 std::shared_ptr<Implementation> ImplementationAt(const Component& component, int index) {
   if (index < 0 || index >= static_cast<int>(component.implementations.size())) {
@@ -140,7 +137,7 @@ bool TreeEncodingNode::Mutate(double rate, int depth) {
     ChooseAllocation();
     reallocated = true;
   }
-  const double threshold = depth == CalmDepth ? rate / CalmShare : rate;
+  const double threshold = MutationRateAt(depth, rate);
   if (static_cast<double>(RandomUniform()) < threshold && MutateImplementation()) return true;
   // A new host ends the walk here.
   if (reallocated) return true;
@@ -152,7 +149,7 @@ bool TreeEncodingNode::Mutate(double rate, int depth) {
 TreeEncodingNode::Pointer TreeEncodingNode::Crossover(TreeEncoding& child,
                                                       const TreeEncodingNode& other) const {
   if (implementationIndex != other.implementationIndex) {
-    const bool takeOther = RandomUniform() <= EvenChance;
+    const bool takeOther = TakeFirst();
     return std::make_unique<TreeEncodingNode>(child, takeOther ? other : *this);
   }
   auto node = std::make_unique<TreeEncodingNode>(child, GetComponent(), implementationIndex);
