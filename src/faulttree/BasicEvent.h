@@ -38,6 +38,7 @@ class BasicEvent : public FaultTreeNode, public IPrime, public ISafetyRequiremen
   int GenerateCutSets() override;
   std::unique_ptr<BDDParent> BuildBDD(bool asRoot) override;
   void AddToFMEA(FMEA& fmea, const std::shared_ptr<FaultTree>& tree) override;
+  void DefineInOpenPSA(const XmlOutputElement& tree) const override;
 
   // Failure data: analysis/FailureModels.cpp
 

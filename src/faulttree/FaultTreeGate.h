@@ -52,6 +52,7 @@ class FaultTreeGate : public FaultTreeNode {
   bool AddCutSet(std::unique_ptr<CutSet> cutSet, bool skipCheck) override;
   void ResetOwnCutSets() override;
   void AddToFMEA(FMEA& fmea, const std::shared_ptr<FaultTree>& tree) override;
+  void DefineInOpenPSA(const XmlOutputElement& tree) const override;
 
   /// True when the gate's cut sets make the candidate redundant. Cut sets of the gate that the
   /// candidate makes redundant are removed on the way.

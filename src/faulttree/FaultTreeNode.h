@@ -17,6 +17,8 @@
 
 namespace FTS {
 
+class XmlOutputElement;
+
 /// The name of the state whose children hold the tree as synthesised, and of the state in which
 /// contraction works.
 inline constexpr const char* DefaultState = "default";
@@ -201,6 +203,14 @@ class FaultTreeNode : public IPrintable,
 
   /// Enters the effects of this node's own cut sets for the tree.
   virtual void AddToFMEA(FMEA& fmea, const std::shared_ptr<FaultTree>& tree) = 0;
+
+  // Open-PSA document: output/OpenPSANodes.cpp
+
+  /// Appends the definitions of this node and everything below it to the tree's element, each node
+  /// once and parents first.
+  void WriteOpenPSA(const XmlOutputElement& tree);
+  /// What the walk does at this one node.
+  virtual void DefineInOpenPSA(const XmlOutputElement& tree) const = 0;
 
   // Process-wide counters and the registry: faulttree/NodeRegistry.cpp
 

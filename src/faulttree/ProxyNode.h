@@ -42,6 +42,7 @@ class ProxyNode : public FaultTreeNode {
   /// An empty proxy gives what `GenerateCutSets` gives.
   std::unique_ptr<BDDParent> BuildBDD(bool asRoot) override;
   void AddToFMEA(FMEA& fmea, const std::shared_ptr<FaultTree>& tree) override;
+  void DefineInOpenPSA(const XmlOutputElement& tree) const override;
 
   /// The event that stands in for a proxy that stays empty while hanging nodes are kept; made on
   /// first use where the class has one, null otherwise.
@@ -78,6 +79,7 @@ class NotGate : public ProxyNode {
   void FindContradictions(OnceMarks& marks) override;
   /// Always gives a replacement when there is an operand: a negation leaves its parent's list.
   Pointer DualiseWithin(NegationWalk& walk, bool negate) override;
+  void DefineInOpenPSA(const XmlOutputElement& tree) const override;
 
  protected:
   std::shared_ptr<ProxyNode> MakeSame(Model* target, CloneMode mode,

@@ -11,6 +11,7 @@
 #include "faulttree/RefinementPasses.h"
 #include "model/Hazard.h"
 #include "model/Model.h"
+#include "platform/XmlOutput.h"
 
 namespace FTS {
 
@@ -42,6 +43,13 @@ void ApplyCoverage(const Model& model) {
     const auto hazard = tree->unbreakable ? nullptr : tree->source.lock();
     if (hazard) tree->root->ApplyDiagnosticCoverage(*hazard, nullptr);
   }
+}
+
+/// A search synthesises each of its candidates, and a file of the last one would look like a
+/// result.
+bool WantsOpenPSA() {
+  const Config& config = Config::Instance();
+  return !config.optimise && (config.outputTypes & OutputType::OpenPsa) != 0;
 }
 
 void Fold(Model& model, FaultTreeNode& root, bool quiet) {
@@ -76,6 +84,8 @@ void Model::RefineTrees() {
   DetectAllCrazyLoops(*this, quiet);  // A loop once cut can't be judged.
   TerminateLoops(*this, quiet);
   ApplyCoverage(*this);
+  // Trees share logic, and contracting one changes what the next would show.
+  const auto document = WantsOpenPSA() ? MakeOpenPSADocument() : nullptr;
   std::size_t i = 0;
   while (i < faultTrees.size()) {
     const std::shared_ptr<FaultTree> tree = faultTrees[i];
@@ -92,6 +102,7 @@ void Model::RefineTrees() {
     tree->root->RegisterBasicEvents(*this);
     ++i;
   }
+  if (document) SaveOpenPSADocument(*document);
 }
 
 }  // namespace FTS

@@ -18,6 +18,7 @@ namespace FTS {
 
 class Encoding;
 class Workbook;
+class XmlOutput;
 
 /// Everything that a model file describes and that a run derives from it. A reader fills it,
 /// `Synthesise` grows fault trees in it, `Analyse` works on them, `OutputResults` writes them;
@@ -158,6 +159,14 @@ class Model : public IVisitable {
   /// sheets. Null when the file cannot be written; fails likewise.
   std::unique_ptr<Workbook> WriteWorkbookHead(const std::string& word) const;
   void WriteEPMBlock() const;
+
+  // Open-PSA document: output/OpenPSADocument.cpp
+
+  /// The structure of the trees in their current state, without those that are unbreakable.
+  std::unique_ptr<XmlOutput> MakeOpenPSADocument() const;
+  /// Writes the document into the folder of results. Throws std::filesystem::filesystem_error when
+  /// the folder cannot be made, `VtnException` when the file cannot be written.
+  void SaveOpenPSADocument(const XmlOutput& document) const;
 
   // Life cycle: model/ModelCloning.cpp
 

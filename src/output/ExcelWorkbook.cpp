@@ -18,6 +18,7 @@
 #include "faulttree/BasicEvent.h"
 #include "model/Model.h"
 #include "model/NumberText.h"
+#include "output/ResultsFolder.h"
 #include "output/Workbook.h"
 #include "output/WorkbookSheets.h"
 #include "platform/Clock.h"
@@ -180,10 +181,7 @@ long long RowsOf(const FaultTree& tree, const BasicEvent& event) {
 
 std::unique_ptr<Workbook> Model::WriteWorkbookHead(const std::string& word) const {
   const std::string stem = GetFileStem();
-  const std::string base = OutputDirectory();
-  CreateFolders(base);
-  const std::string folder = JoinPath(base, stem + "-FMEAOutput");
-  CreateFolders(folder);
+  const std::string folder = MakeResultsFolder(*this, FMEAOutputSuffix);
   const std::string path = JoinPath(folder, stem + (word.empty() ? "" : "_" + word) + "_Excel.xml");
   auto workbook = std::make_unique<Workbook>(*this);
   if (workbook->Open(path)) return workbook;

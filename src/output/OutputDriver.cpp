@@ -1,4 +1,5 @@
-// Which writers run, in the order that users know from the console.
+// Which writers run, in the order that users know from the console. The Open-PSA document is not
+// among them: synthesis makes it (faulttree/Refinement.cpp).
 
 #include <cstdint>
 #include <iostream>
@@ -21,7 +22,6 @@ struct UnavailableType {
   const char* word;  // As users type it.
 };
 
-constexpr UnavailableType OpenPsa = {OutputType::OpenPsa, "OPENPSA"};
 constexpr UnavailableType Problog = {OutputType::Problog, "PROBLOG"};
 
 bool Wants(std::int32_t bit) { return (Config::Instance().outputTypes & bit) != 0; }
@@ -64,7 +64,6 @@ void WriteResults(Model& model, bool quiet) {
 
 void Model::OutputResults() {
   const bool quiet = Config::Instance().runSilent;
-  WarnIfWanted(OpenPsa);
   if (Wants(OutputType::Excel)) WriteExcelWorkbook();
   WarnIfWanted(Problog);
   if (Wants(OutputType::Iso)) WriteISO26262Workbook();

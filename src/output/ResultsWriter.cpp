@@ -17,7 +17,6 @@
 #include "model/Hazard.h"
 #include "model/Model.h"
 #include "model/NumberText.h"
-#include "platform/FileSystem.h"
 
 namespace FTS {
 
@@ -39,14 +38,6 @@ void AddWarningOnce(const std::string& text) {
 }  // namespace
 
 ResultsWriter::ResultsWriter(std::int64_t initNodeLimit) : nodeLimit(initNodeLimit) {}
-
-std::string ResultsWriter::MakeResultsFolder(const Model& model, const std::string& suffix) {
-  const std::string base = model.OutputDirectory();
-  CreateFolders(base);
-  const std::string folder = JoinPath(base, model.GetFileStem() + suffix);
-  CreateFolders(folder);
-  return folder;
-}
 
 void ResultsWriter::SelectTreeState(Model& model) {
   if (Config::Instance().outputContractedTrees) return;

@@ -92,9 +92,6 @@ class ResultsWriter : public Visitor {
   /// A whole document: failure modes, and this one tree with its cut sets in place of its nodes.
   void WriteCutSetsDocument(Model& model, FaultTree& tree);
 
-  /// Makes the output folder and in it the model's own, whose name ends in `suffix`; returns its
-  /// path. Throws std::filesystem::filesystem_error when it cannot be made.
-  static std::string MakeResultsFolder(const Model& model, const std::string& suffix);
   /// Puts every tree back to what it was before contraction unless the options want it contracted.
   static void SelectTreeState(Model& model);
 

@@ -6,6 +6,7 @@
 #include "app/Config.h"
 #include "app/DiagnosticLog.h"
 #include "model/Model.h"
+#include "output/ResultsFolder.h"
 #include "platform/FileSystem.h"
 
 namespace FTS {

@@ -11,6 +11,7 @@
 #include "model/Model.h"
 #include "output/PageLines.h"
 #include "output/PageTemplate.h"
+#include "output/ResultsFolder.h"
 #include "output/ScriptText.h"
 #include "platform/FileSystem.h"
 
@@ -81,7 +82,7 @@ std::string PathToShow(const std::string& path) {
 }  // namespace
 
 void VisitorHTML::Visit(Model& model) {
-  const std::string folder = MakeResultsFolder(model, "-FMEAOutput");
+  const std::string folder = MakeResultsFolder(model, FMEAOutputSuffix);
   CreateFolders(JoinPath(folder, "model"));
   SelectTreeState(model);
   const std::string index = JoinPath(folder, "Index.html");

@@ -4,12 +4,13 @@
 #include "app/DiagnosticLog.h"
 #include "faulttree/FaultTreeNode.h"
 #include "model/Model.h"
+#include "output/ResultsFolder.h"
 #include "platform/FileSystem.h"
 
 namespace FTS {
 
 void VisitorXML::Visit(Model& model) {
-  const std::string folder = MakeResultsFolder(model, "-FMEAOutput");
+  const std::string folder = MakeResultsFolder(model, FMEAOutputSuffix);
   SelectTreeState(model);
   WriteFaultTreesFile(model, folder);
   WriteCutSetFiles(model, folder);
