@@ -2,7 +2,7 @@
 # Puts in place what a build needs: packages of the Debian distribution, and for the tests of the
 # result pages two packages of the npm registry, as web/tests/package-lock.json names them.
 #   scripts/setup.sh        compiler, build tools and libraries
-#   scripts/setup.sh test   the same, and a browser and LibreOffice for the tests of results
+#   scripts/setup.sh test   the same, and a browser, LibreOffice and a Prolog for the tests of results
 #   scripts/setup.sh gate   the same, and the tools that .ci/run checks with
 # With everything there it changes nothing, needs no network and takes no time.
 set -eu
@@ -10,7 +10,7 @@ cd "$(dirname "$0")/.."
 
 packages="g++ cmake ninja-build ccache libtinyxml-dev libminizip-dev zlib1g-dev \
 libgtest-dev libgmock-dev libbenchmark-dev"
-test_packages="chromium libreoffice-calc-nogui python3 glpk-utils"
+test_packages="chromium libreoffice-calc-nogui python3 glpk-utils swi-prolog-nox"
 gate_packages="clang clang-format clang-tidy"
 
 case "${1:-}" in

@@ -21,19 +21,6 @@ namespace FTS {
 
 namespace {
 
-/// The deviation that the goto names by label or by an exported deviation's full name, in which the
-/// prefix of the default perspective may be left out; null when there is none.
-std::shared_ptr<Deviation> FindNamedTarget(const Model& model, const std::string& name) {
-  if (const auto found = model.gotoTargets.find(name); found != model.gotoTargets.end()) {
-    return found->second;
-  }
-  if (model.perspectives.empty() || name.find("::") != std::string::npos) return nullptr;
-  const std::string completed =
-      FailureClassOf(name) + "-" + model.perspectives.begin()->first + "::" + PortOf(name);
-  const auto found = model.gotoTargets.find(completed);
-  return found != model.gotoTargets.end() && found->second->exported ? found->second : nullptr;
-}
-
 void AddExported(Model& model, FaultTreeNode& parent, const ExportedDeviation& deviation) {
   if (!deviation.instance) return;
   parent.AddChild(deviation.instance);
@@ -53,6 +40,31 @@ void AddPortLogic(Model& model, FaultTreeNode& parent, Port& port,
 }
 
 }  // namespace
+
+std::shared_ptr<Deviation> FindNamedTarget(const Model& model, const std::string& name) {
+  if (const auto found = model.gotoTargets.find(name); found != model.gotoTargets.end()) {
+    return found->second;
+  }
+  if (model.perspectives.empty() || name.find("::") != std::string::npos) return nullptr;
+  const std::string completed =
+      FailureClassOf(name) + "-" + model.perspectives.begin()->first + "::" + PortOf(name);
+  const auto found = model.gotoTargets.find(completed);
+  return found != model.gotoTargets.end() && found->second->exported ? found->second : nullptr;
+}
+
+std::shared_ptr<ExportedDeviation> FindExportedDeviation(const Component& host,
+                                                         const std::string& name) {
+  const Implementation& implementation = host.GetCurrentImplementation();
+  std::shared_ptr<ExportedDeviation> deviation =
+      implementation.GetExportedDeviation(name, DefaultState);
+  const std::size_t colons = name.find("::");
+  if (!deviation && colons != std::string::npos) {
+    // Written with the host's perspective in front of the name.
+    deviation = implementation.GetExportedDeviation(
+        FailureClassOf(name) + "-" + name.substr(colons + 2), DefaultState);
+  }
+  return deviation;
+}
 
 void ResolveGoto(Model& model, GotoNode& node) {
   const std::shared_ptr<Deviation> named = FindNamedTarget(model, node.name);
@@ -83,15 +95,7 @@ void ResolveAllocation(Model& model, ExportedDeviationProxy& proxy) {
   if (!host) {
     throw VtnException("Exported Deviation " + proxy.name + " has no source allocation!");
   }
-  const Implementation& implementation = host->GetCurrentImplementation();
-  std::shared_ptr<ExportedDeviation> deviation =
-      implementation.GetExportedDeviation(proxy.name, DefaultState);
-  const std::size_t colons = proxy.name.find("::");
-  if (!deviation && colons != std::string::npos) {
-    // Written with the host's perspective in front of the name.
-    deviation = implementation.GetExportedDeviation(
-        FailureClassOf(proxy.name) + "-" + proxy.name.substr(colons + 2), DefaultState);
-  }
+  const auto deviation = FindExportedDeviation(*host, proxy.name);
   if (deviation) AddExported(model, proxy, *deviation);
 }
 

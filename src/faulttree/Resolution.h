@@ -31,6 +31,14 @@ FaultTreeNode::Pointer JoinInside(Model& model, const Port& port,
                                   const FaultTreeNode::Pointer& annotation,
                                   const FaultTreeNode::Pointer& inside);
 
+/// The deviation that a goto names by label or by an exported deviation's full name, in which the
+/// prefix of the default perspective may be left out; null when there is none:
+/// faulttree/Gotos.cpp.
+std::shared_ptr<Deviation> FindNamedTarget(const Model& model, const std::string& name);
+/// What the host exports under the name that something allocated to it uses; null when there is
+/// none: faulttree/Gotos.cpp. Throws `VtnException` for a host without current implementation.
+std::shared_ptr<ExportedDeviation> FindExportedDeviation(const Component& host,
+                                                         const std::string& name);
 /// Hangs the logic of its target under a goto: faulttree/Gotos.cpp. Throws `VtnException` for a
 /// target that does not exist.
 void ResolveGoto(Model& model, GotoNode& node);

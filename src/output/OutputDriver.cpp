@@ -10,6 +10,7 @@
 #include "model/Model.h"
 #include "output/VisitorCombinedXML.h"
 #include "output/VisitorHTML.h"
+#include "output/VisitorProblog.h"
 #include "output/VisitorXML.h"
 #include "platform/Viewer.h"
 
@@ -17,20 +18,7 @@ namespace FTS {
 
 namespace {
 
-struct UnavailableType {
-  std::int32_t bit;
-  const char* word;  // As users type it.
-};
-
-constexpr UnavailableType Problog = {OutputType::Problog, "PROBLOG"};
-
 bool Wants(std::int32_t bit) { return (Config::Instance().outputTypes & bit) != 0; }
-
-void WarnIfWanted(const UnavailableType& type) {
-  if (!Wants(type.bit)) return;
-  DiagnosticLog::Instance().AddWarning("Output type " + std::string(type.word) +
-                                       " is not available in this version.");
-}
 
 void Say(bool quiet, const std::string& text) {
   if (!quiet) std::cout << text << "\n";
@@ -54,6 +42,11 @@ void WriteAndShow(Model& model, bool quiet) {
   OpenInViewer(path);
 }
 
+void WriteProblog(Model& model) {
+  VisitorProblog writer;
+  model.Accept(writer);
+}
+
 void WriteResults(Model& model, bool quiet) {
   Say(quiet, "Generating XML results to Results.xml");
   VisitorCombinedXML writer;
@@ -65,7 +58,7 @@ void WriteResults(Model& model, bool quiet) {
 void Model::OutputResults() {
   const bool quiet = Config::Instance().runSilent;
   if (Wants(OutputType::Excel)) WriteExcelWorkbook();
-  WarnIfWanted(Problog);
+  if (Wants(OutputType::Problog)) WriteProblog(*this);
   if (Wants(OutputType::Iso)) WriteISO26262Workbook();
   if (Wants(OutputType::Epm)) WriteEPMBlock();
   if (Wants(OutputType::Ftp)) {

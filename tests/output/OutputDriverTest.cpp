@@ -2,7 +2,6 @@
 
 #include <cstdint>
 #include <filesystem>
-#include <ostream>
 #include <string>
 #include <vector>
 
@@ -12,11 +11,12 @@
 #include "platform/FileSystem.h"
 #include "support/BrakeModel.h"
 #include "support/CapturedStreams.h"
-#include "support/CaseName.h"
+#include "support/CurrentFolder.h"
 #include "support/EnvironmentVariable.h"
 #include "support/ProcessStateTest.h"
 #include "support/RecordedCommands.h"
 #include "support/TemporaryFolder.h"
+#include "support/ThrownMessage.h"
 
 namespace FTS {
 
@@ -206,31 +206,13 @@ TEST_F(OutputDriverTest, ResultsOpenNoViewer) {
 
 // What cannot be written
 
-struct MissingTypeCase {
-  const char* name;
-  std::int32_t bit;
-  const char* warning;
-};
-
-void PrintTo(const MissingTypeCase& row, std::ostream* stream) { *stream << row.name; }
-
-class MissingTypeTest : public OutputDriverTest,
-                        public ::testing::WithParamInterface<MissingTypeCase> {};
-
-TEST_P(MissingTypeTest, IsAWarningAndLaterStepsRun) {
-  Run(GetParam().bit | OutputType::Results);
-  EXPECT_EQ(Warnings(), std::vector<std::string>({GetParam().warning}));
+TEST_F(OutputDriverTest, MissingToolIsAWarningAndLaterStepsRun) {
+  Run(OutputType::Ftp | OutputType::Results);
+  EXPECT_EQ(Warnings(), std::vector<std::string>(
+                            {"Fault Tree Plus DLL not found - Output to FT+ is not possible."}));
   EXPECT_TRUE(folder.Contains(ResultsFile));
+  EXPECT_FALSE(folder.Contains("brake.v2-FMEAOutput"));
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Types, MissingTypeTest,
-    ::testing::Values(MissingTypeCase{"PROBLOG", OutputType::Problog,
-                                      "Output type PROBLOG is not available in this version."},
-                      MissingTypeCase{
-                          "FTP", OutputType::Ftp,
-                          "Fault Tree Plus DLL not found - Output to FT+ is not possible."}),
-    CaseName);
 
 TEST_F(OutputDriverTest, ExchangeFileIsMissedBeforeXmlIsWritten) {
   Run(OutputType::Xml | OutputType::Ftp);
@@ -240,11 +222,25 @@ TEST_F(OutputDriverTest, ExchangeFileIsMissedBeforeXmlIsWritten) {
             std::string::npos);
 }
 
-TEST_F(OutputDriverTest, StepsHaveAFixedOrder) {
-  Run(OutputType::Problog | OutputType::OpenPsa | OutputType::Ftp);
-  EXPECT_EQ(Warnings(), std::vector<std::string>(
-                            {"Output type PROBLOG is not available in this version.",
-                             "Fault Tree Plus DLL not found - Output to FT+ is not possible."}));
+// The logic program
+
+TEST_F(OutputDriverTest, LogicProgramGoesToTheWorkingFolder) {
+  const CurrentFolder here(folder.Path());
+  brake.Get().perspectives.clear();
+  Run(OutputType::Problog);
+  EXPECT_NE(folder.Read("a_model.txt").find("\nseverity(loss_of_braking, 0).\n"),
+            std::string::npos);
+  EXPECT_FALSE(folder.Contains("brake.v2-FMEAOutput"));
+  EXPECT_EQ(streams.Output(), "");
+}
+
+TEST_F(OutputDriverTest, LogicProgramOfAnUnfinishedModelEndsTheOutputBehindTheWorkbook) {
+  // Its components have no implementation, which no other writer looks at.
+  const CurrentFolder here(folder.Path());
+  EXPECT_EQ(ThrownMessage([&] { Run(OutputType::Problog | OutputType::Excel | OutputType::Iso); }),
+            "No current implementation found for component: Sys::Pump");
+  EXPECT_TRUE(folder.Contains("brake.v2-FMEAOutput/brake.v2_Excel.xml"));
+  EXPECT_FALSE(folder.Contains("brake.v2-FMEAOutput/brake.v2_ISO26262_Excel.xml"));
 }
 
 }  // namespace
