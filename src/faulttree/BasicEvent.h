@@ -39,6 +39,7 @@ class BasicEvent : public FaultTreeNode, public IPrime, public ISafetyRequiremen
   std::unique_ptr<BDDParent> BuildBDD(bool asRoot) override;
   void AddToFMEA(FMEA& fmea, const std::shared_ptr<FaultTree>& tree) override;
   void DefineInOpenPSA(const XmlOutputElement& tree) const override;
+  void MakeFTPlusRecord(FTPlusProject& project) override;
 
   // Failure data: analysis/FailureModels.cpp
 
@@ -50,6 +51,8 @@ class BasicEvent : public FaultTreeNode, public IPrime, public ISafetyRequiremen
   void SetParameter(const std::string& parameter, double value) { parameters[parameter] = value; }
   /// Fills `unavailability` and `frequency` by `failureModel`; logs what looks wrong as a warning.
   void ComputeFailureData();
+  /// Sets the failure model of the event's record: output/FTPlusFailureModels.cpp.
+  void ExportFailureModel(FTPlusProject& project) const;
   /// The owning component's risk time; without an owner the parameter "RiskTime", or the model's
   /// when that is 0.
   double ResolveRiskTime() const;

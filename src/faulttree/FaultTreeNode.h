@@ -17,6 +17,7 @@
 
 namespace FTS {
 
+class FTPlusProject;
 class XmlOutputElement;
 
 /// The name of the state whose children hold the tree as synthesised, and of the state in which
@@ -212,6 +213,22 @@ class FaultTreeNode : public IPrintable,
   /// What the walk does at this one node.
   virtual void DefineInOpenPSA(const XmlOutputElement& tree) const = 0;
 
+  // FaultTree+ project: output/FTPlusNodes.cpp
+
+  /// The name with the id in parentheses, which is what the tool knows the node by: at most 32
+  /// characters, of which a longer name loses its end to "..".
+  std::string GetFTPlusName() const;
+  /// As much of the description as the tool takes, 119 characters.
+  std::string GetFTPlusDescription() const;
+  /// Makes the records of this node and everything below it, each node once in all trees. False,
+  /// with a warning, when the library cannot do that.
+  bool ExportFTPlusNode(FTPlusProject& project);
+  /// Makes the children's records inputs of their parents', with further gates where one has too
+  /// many. False likewise. Needs all records.
+  bool ExportFTPlusLinks(FTPlusProject& project);
+  /// What the first walk does at this one node.
+  virtual void MakeFTPlusRecord(FTPlusProject& project);
+
   // Process-wide counters and the registry: faulttree/NodeRegistry.cpp
 
   /// The living node of that id, null when there is none.
@@ -288,6 +305,7 @@ struct NodeCounters {
   int eventsMade = 0;
   int nodesDestroyed = 0;
   int nodesMade = 0;
+  int kludgeGatesMade = 0;  ///< Records of FaultTree+ that stand for no node.
 
   static NodeCounters& Instance();
   /// Restarts the id and event number counters too. Only for tests, with no node alive.

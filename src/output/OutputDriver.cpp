@@ -2,12 +2,14 @@
 // among them: synthesis makes it (faulttree/Refinement.cpp).
 
 #include <cstdint>
+#include <exception>
 #include <iostream>
 #include <string>
 
 #include "app/Config.h"
 #include "app/DiagnosticLog.h"
 #include "model/Model.h"
+#include "output/FTPlusExport.h"
 #include "output/VisitorCombinedXML.h"
 #include "output/VisitorHTML.h"
 #include "output/VisitorProblog.h"
@@ -47,6 +49,33 @@ void WriteProblog(Model& model) {
   model.Accept(writer);
 }
 
+void MakeFaultTreePlusProject(Model& model, bool quiet, DynamicLibrary& library) {
+  const Config& config = Config::Instance();
+  Say(quiet, "Generating Fault Tree + file");
+  const std::string project = ExportFaultTreePlus(model, library);
+  if (project.empty()) {
+    DiagnosticLog::Instance().AddWarning("Error during FT+ generation");
+  } else if (!config.testMode && (config.openResultTypes & OutputType::Ftp) != 0) {
+    OpenFaultTreePlus(project, library);
+    library.StayLoaded();  // The tool that it has started goes on working with it.
+  }
+}
+
+/// Other results do not depend on a tool of another maker, whatever its library does.
+void WriteFaultTreePlus(Model& model, bool quiet) {
+  DiagnosticLog& log = DiagnosticLog::Instance();
+  try {
+    const auto library = LoadFaultTreePlus();
+    if (library) {
+      MakeFaultTreePlusProject(model, quiet, *library);
+    } else {
+      log.AddWarning("Fault Tree Plus DLL not found - Output to FT+ is not possible.");
+    }
+  } catch (const std::exception&) {
+    log.AddWarning("There was a problem outputting to FaultTree+");
+  }
+}
+
 void WriteResults(Model& model, bool quiet) {
   Say(quiet, "Generating XML results to Results.xml");
   VisitorCombinedXML writer;
@@ -61,11 +90,7 @@ void Model::OutputResults() {
   if (Wants(OutputType::Problog)) WriteProblog(*this);
   if (Wants(OutputType::Iso)) WriteISO26262Workbook();
   if (Wants(OutputType::Epm)) WriteEPMBlock();
-  if (Wants(OutputType::Ftp)) {
-    // The library that writes the project is not to be had on this platform.
-    DiagnosticLog::Instance().AddWarning(
-        "Fault Tree Plus DLL not found - Output to FT+ is not possible.");
-  }
+  if (Wants(OutputType::Ftp)) WriteFaultTreePlus(*this, quiet);
   if (Wants(OutputType::Xml)) WriteAndShow<VisitorXML>(*this, quiet);
   if (Wants(OutputType::Html)) WriteAndShow<VisitorHTML>(*this, quiet);
   if (Wants(OutputType::Results)) WriteResults(*this, quiet);
