@@ -2,7 +2,7 @@
 # Puts in place what a build needs: packages of the Debian distribution, and for the tests of the
 # result pages two packages of the npm registry, as web/tests/package-lock.json names them.
 #   scripts/setup.sh        compiler, build tools and libraries
-#   scripts/setup.sh test   the same, and a browser, LibreOffice and a Prolog for the tests of results
+#   scripts/setup.sh test   the same, and a browser, LibreOffice, an integer solver and a Prolog for the tests of results
 #   scripts/setup.sh gate   the same, and the tools that .ci/run checks with
 # With everything there it changes nothing, needs no network and takes no time.
 set -eu
