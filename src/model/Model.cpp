@@ -26,17 +26,6 @@
 
 namespace FTS {
 
-namespace {
-
-/// What an event costs at the allocated levels 1 to 5.
-constexpr int LevelCosts[] = {10, 100, 1000, 10000, 100000};
-
-int CostOfLevel(int level) {
-  return level < 1 || level > static_cast<int>(std::size(LevelCosts)) ? 0 : LevelCosts[level - 1];
-}
-
-}  // namespace
-
 // NOLINTNEXTLINE(readability-function-size): what the head of a model file says, in its order.
 Model::Model(int initMode, const std::string& path, std::string initName,
              std::string initDescription, float initVersionNumber, double initRiskTime)
@@ -212,7 +201,9 @@ double Model::EvaluateWeight() const {
 
 int Model::EvaluateASILCost() const {
   int sum = 0;
-  for (const auto& [prime, event] : basicEvents) sum += CostOfLevel(event->safetyRequirement);
+  for (const auto& [prime, event] : basicEvents) {
+    sum += CostOfSafetyLevel(event->safetyRequirement);
+  }
   return sum;
 }
 

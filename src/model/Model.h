@@ -12,6 +12,7 @@
 #include "faulttree/Forward.h"
 #include "model/Forward.h"
 #include "model/IVisitable.h"
+#include "model/SafetyAllocation.h"
 #include "platform/XmlDocument.h"
 
 namespace FTS {
@@ -115,7 +116,7 @@ class Model : public IVisitable {
   /// Sums over the current implementations.
   virtual double EvaluateCost() const;
   virtual double EvaluateWeight() const;
-  /// The sum over all events of 10, 100, 1000, 10000 or 100000 for a level of 1 to 5.
+  /// The sum of `CostOfSafetyLevel` over all events.
   virtual int EvaluateASILCost() const;
   /// The sum over the hazards.
   virtual int CountRequirementViolations() const;
@@ -215,6 +216,9 @@ class Model : public IVisitable {
   std::map<std::string, Objective> objectives;
   std::map<std::string, std::shared_ptr<Perspective>> perspectives;
   double riskTime;  ///< The mission time at which figures are computed, in the model's unit.
+  /// In the order in which results number them from 0. A run fills none: they are for programs that
+  /// link this library and bring allocations of their own into the results.
+  std::vector<SafetyAllocation> safetyAllocations;
   float versionNumber;
   int maxGenerations = 0;
   int defaultMaxReplicants = 0;

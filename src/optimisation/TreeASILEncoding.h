@@ -6,13 +6,11 @@
 #include <vector>
 
 #include "faulttree/Forward.h"
+#include "model/SafetyAllocation.h"
 #include "optimisation/Encoding.h"
 #include "platform/XmlDocument.h"
 
 namespace FTS {
-
-/// Integrity levels by the prime of the event that has them.
-using SafetyAllocation = std::map<double, std::int32_t>;
 
 /// The integrity levels of one component's events, and below it those of the components inside its
 /// current implementation.

@@ -84,6 +84,9 @@ class ResultsWriter : public Visitor {
   /// The warnings, each as `form` gives it. Nothing when the log holds no text.
   using TextForm = std::function<std::string(const std::string&)>;
   void WriteWarnings(const DiagnosticLog& log, const TextForm& form);
+  /// The allocations of integrity levels; nothing when the model has none. The body stands with the
+  /// encodings, in optimisation/SafetyAllocations.cpp.
+  void WriteSafetyAllocations(Model& model);
   /// Nothing when the model has no table or the options leave it out.
   void WriteFMEA(Model& model);
   /// One `FaultTree`: its figures, then its nodes and all its cut sets as far as they are wanted.

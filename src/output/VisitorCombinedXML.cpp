@@ -30,6 +30,7 @@ void VisitorCombinedXML::WriteResultsFile(const std::string& folder, Model& mode
   WriteRootStart(nullptr);
   WriteFaultTrees(model);
   Visit(DiagnosticLog::Instance());
+  WriteSafetyAllocations(model);
   WriteRootEnd();
   out.Close();
   if (!Config::Instance().runSilent) std::cout << path << "\n";

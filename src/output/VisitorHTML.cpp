@@ -114,6 +114,7 @@ void VisitorHTML::WriteFaultTreesFile(Model& model, const std::string& folder) {
   const std::string modelName = model.GetFileStem();
   WriteRootStart(&modelName);
   WriteFaultTrees(model);
+  WriteSafetyAllocations(model);
   Visit(DiagnosticLog::Instance());
   WriteRootEnd();
   out << "';";

@@ -21,6 +21,7 @@ void VisitorXML::WriteFaultTreesFile(Model& model, const std::string& folder) {
   const std::string modelName = model.GetFileStem();
   WriteRootStart(&modelName);
   WriteFaultTrees(model);
+  WriteSafetyAllocations(model);
   Visit(DiagnosticLog::Instance());
   WriteRootEnd();
   out.Close();

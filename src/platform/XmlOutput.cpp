@@ -29,6 +29,14 @@ void XmlOutputElement::SetAttribute(std::string_view name, std::string_view valu
   if (element) element->SetAttribute(std::string(name), std::string(value));
 }
 
+std::string XmlOutputElement::Text() const {
+  if (!element) return "";
+  TiXmlPrinter printer;
+  printer.SetStreamPrinting();
+  element->Accept(&printer);
+  return printer.Str();
+}
+
 XmlOutput::XmlOutput(std::string_view rootName) : content(std::make_unique<Content>()) {
   auto declaration = std::make_unique<TiXmlDeclaration>("1.0", "iso-8859-1", "");
   content->document.LinkEndChild(declaration.release());

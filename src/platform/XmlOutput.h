@@ -22,6 +22,8 @@ class XmlOutputElement {
   /// Appends an element that holds the text, and returns it.
   XmlOutputElement Add(std::string_view name, std::string_view text) const;
   void SetAttribute(std::string_view name, std::string_view value) const;
+  /// The element on one line, with nothing between its tags but what they hold.
+  std::string Text() const;
 
  private:
   friend class XmlOutput;
