@@ -22,7 +22,10 @@ using ::testing::Not;
 
 class SafetyAllocationsTest : public SafetyLevelTest {
  protected:
-  SafetyAllocationsTest() { Config::Instance().outputDir = output.Path(); }
+  SafetyAllocationsTest() {
+    Config::Instance().outputDir = output.Path();
+    Config::Instance().runSilent = false;  // A silent run keeps no warnings.
+  }
 
   void Allocate(int a, int b) {
     model->safetyAllocations.push_back(
@@ -40,7 +43,7 @@ class SafetyAllocationsTest : public SafetyLevelTest {
   }
   static std::string Node(const std::string& name, const std::string& events,
                           const std::string& inside = "<SubNodes />") {
-    return "<EncodingNode><Component><ShortName>" + name.substr(name.find_last_of(".:") + 1) +
+    return "<EncodingNode><Component><ShortName>" + name.substr(name.rfind('.') + 1) +
            "</ShortName><FullName>" + name + "</FullName></Component>" + events + inside +
            "</EncodingNode>";
   }
