@@ -11,9 +11,10 @@ cmake --preset release >/dev/null
 cmake --build --preset release --target vtn
 
 echo
-echo "\$ build/release/bin/vtn $model outputtype=XML,RESULTS"
+echo "\$ build/release/bin/vtn $model outputtype=HTML,RESULTS"
 rm -rf "$output"/brake-by-wire-FMEAOutput "$output"/brake-by-wire-Results
-console=$(build/release/bin/vtn "$model" outputtype=XML,RESULTS)
+# The pages are not opened by themselves: there may be no screen.
+console=$(BROWSER=true build/release/bin/vtn "$model" outputtype=HTML,RESULTS)
 
 # The console tells of each tree its figures first, then its name and its cut sets by order.
 printf '%s\n' "$console" | awk '
@@ -33,7 +34,7 @@ printf '%s\n' "$console" | awk '
 '
 
 echo
-echo "The results lie in"
-for folder in "$output"/brake-by-wire-FMEAOutput "$output"/brake-by-wire-Results; do
-  find "$folder" -type f | sort | sed 's/^/  /'
-done
+echo "Look at the trees, cut sets and failure modes in a browser:"
+echo "  $(pwd)/$output/brake-by-wire-FMEAOutput/Index.html"
+echo "The same for programs, as one XML file:"
+echo "  $(pwd)/$output/brake-by-wire-Results/Results.xml"
