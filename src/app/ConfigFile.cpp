@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <utility>
 #include <variant>
 
@@ -143,7 +144,11 @@ void MakeFolderOf(const std::string& path) {
 void CreateDefaultFile(const std::string& path) {
   MakeFolderOf(path);
   std::ofstream file;
-  if (!std::filesystem::exists(path)) file.open(path, std::ios::binary);
+  // A path that can't even be looked at (a circle of links, a name beyond what the system takes)
+  // can't be created either.
+  std::error_code failure;
+  const bool isFree = !std::filesystem::exists(path, failure) && !failure;
+  if (isFree) file.open(path, std::ios::binary);
   if (!file.is_open()) throw VtnException("Could not create new config file 'veltarn.cfg'!");
   // The standard name, whatever the file is called.
   DiagnosticLog::Instance().AddWarning(

@@ -124,7 +124,7 @@ int RunWithArguments(const std::vector<std::string>& arguments) {
 
 }  // namespace
 
-int WithMemoryReserve(const std::function<int()>& run) {
+int RunToTheEnd(const std::function<int()>& run) {
   // Static, so that no compiler may conclude that the block is never needed.
   static std::unique_ptr<char[]> reserve;
   try {
@@ -136,11 +136,15 @@ int WithMemoryReserve(const std::function<int()>& run) {
     reserve.reset();
     std::cerr << "Vel-Tarn has exited with an out of memory exception.\n";
     return Failure;
+  } catch (const std::exception& exception) {
+    // What no phase has caught would end the process without a word that a user understands.
+    std::cerr << exception.what() << '\n';
+    return Failure;
   }
 }
 
 int RunProgram(int argc, char** argv) {
-  return WithMemoryReserve([argc, argv] {
+  return RunToTheEnd([argc, argv] {
     const std::vector<std::string> arguments(argv, argv + argc);
     int status = Failure;
     RunOnBigStack([&arguments, &status] { status = RunWithArguments(arguments); });

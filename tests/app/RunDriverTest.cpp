@@ -181,12 +181,17 @@ TEST_F(RunDriverTest, RunLeavesFreshStateBehind) {
 }
 
 TEST_F(RunDriverTest, LackOfMemoryEndsWithOneAndAMessage) {
-  EXPECT_EQ(WithMemoryReserve([]() -> int { throw std::bad_alloc(); }), 1);
+  EXPECT_EQ(RunToTheEnd([]() -> int { throw std::bad_alloc(); }), 1);
   EXPECT_EQ(streams.Errors(), "Vel-Tarn has exited with an out of memory exception.\n");
 }
 
+TEST_F(RunDriverTest, ExceptionThatNobodyCaughtEndsWithOneAndItsText) {
+  EXPECT_EQ(RunToTheEnd([]() -> int { throw std::runtime_error("odd library"); }), 1);
+  EXPECT_EQ(streams.Errors(), "odd library\n");
+}
+
 TEST_F(RunDriverTest, ResultStandsWhileMemorySuffices) {
-  EXPECT_EQ(WithMemoryReserve([] { return 7; }), 7);
+  EXPECT_EQ(RunToTheEnd([] { return 7; }), 7);
   EXPECT_EQ(streams.Errors(), "");
 }
 

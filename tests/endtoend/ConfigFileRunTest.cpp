@@ -1,7 +1,9 @@
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <string>
 
+#include "support/CaseName.h"
 #include "support/ModelXml.h"
 #include "support/ProcessStateTest.h"
 #include "support/ProgramRun.h"
@@ -68,14 +70,38 @@ TEST_F(ConfigFileRunTest, MissingFileIsCreatedAndUsed) {
       << run.errors;
 }
 
-TEST_F(ConfigFileRunTest, FileThatCannotBeCreatedEndsWithOne) {
-  const ProgramRun run = Run({"config=model.xml/my.cfg"});
+struct UnusablePath {
+  const char* name;
+  std::string path;
+};
+
+class UnusablePathTest : public ConfigFileRunTest,
+                         public ::testing::WithParamInterface<UnusablePath> {
+ protected:
+  UnusablePathTest() { std::filesystem::create_symlink("loop", folder.Path("loop")); }
+};
+
+TEST_P(UnusablePathTest, EndsWithOne) {
+  const ProgramRun run = Run({"config=" + GetParam().path});
   EXPECT_EQ(run.exitStatus, 1);
   EXPECT_EQ(
       run.errors,
       "Error while trying to load or create Vel-Tarn configuration file: Could not create new "
       "config file 'veltarn.cfg'!\n");
   EXPECT_FALSE(Holds(run.output, "Parsing file"));
+}
+
+INSTANTIATE_TEST_SUITE_P(Paths, UnusablePathTest,
+                         ::testing::Values(UnusablePath{"BelowAFile", "model.xml/my.cfg"},
+                                           UnusablePath{"CircleOfLinks", "loop"},
+                                           UnusablePath{"BelowACircleOfLinks", "loop/my.cfg"}),
+                         CaseName);
+
+TEST_F(ConfigFileRunTest, NameThatTheSystemRefusesEndsWithOne) {
+  // Too long for a file system, and in the topmost folder short enough for a path.
+  const ProgramRun run = Run({"config=/" + std::string(256, 'x')});
+  EXPECT_EQ(run.exitStatus, 1);
+  EXPECT_TRUE(Holds(run.errors, "Could not create new config file 'veltarn.cfg'!\n")) << run.errors;
 }
 
 TEST_F(ConfigFileRunTest, NothingIsReadOrWrittenWithoutTheOption) {
