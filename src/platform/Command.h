@@ -16,7 +16,7 @@ struct CommandLine {
 };
 
 /// Where a program that belongs to this one lies in its folder: `name` with the ending ".exe", or
-/// without it where only that is there. The folder ends in a separator or is empty.
+/// without it where only that may be run. The folder ends in a separator or is empty.
 std::string ToolPath(const std::string& folder, const std::string& name);
 
 /// What runs external programs. Tests put a recording one in its place.

@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 
+#include <filesystem>
 #include <memory>
 
 #include "app/Config.h"
@@ -82,10 +83,13 @@ TEST_F(DecompositionToolsTest, NoCharacterOfANameIsSpecial) {
 
 TEST_F(DecompositionToolsTest, ToolWithoutEndingIsFoundToo) {
   SetProgramPath(folder.Path("vtn"));
-  folder.Write("DAL", "");
+  const auto writeTool = [this](const std::string& name) {
+    std::filesystem::permissions(folder.Write(name, ""), std::filesystem::perms::owner_all);
+  };
+  writeTool("DAL");
   LaunchDalDecomposition(*MakeModel("/models/brake.xml"));
   EXPECT_EQ(commands.Lines()[0].program, folder.Path("DAL"));
-  folder.Write("DAL.exe", "");
+  writeTool("DAL.exe");
   LaunchDalDecomposition(*MakeModel("/models/brake.xml"));
   EXPECT_EQ(commands.Lines()[1].program, folder.Path("DAL.exe"));
 }

@@ -84,6 +84,13 @@ TEST_F(DecompositionRunTest, NameOfAModelRunsNothing) {
                                       "]\n"));
 }
 
+TEST_F(DecompositionRunTest, ToolOfAnotherSystemDoesNotHideTheOneThatRuns) {
+  folder.Write("my tools/asilDecomp.exe", "MZ");
+  WriteTool("asilDecomp");
+  Run("brake.xml", {"decomposeSILs"});
+  EXPECT_TRUE(Holds(folder.Read("calls"), "/my tools/asilDecomp\n"));
+}
+
 TEST_F(DecompositionRunTest, RunEndsWellWithoutTheTools) {
   const ProgramRun run = Run("brake.xml", {"decomposeSILs", "decomposeDALs"});
   EXPECT_EQ(run.exitStatus, 0);

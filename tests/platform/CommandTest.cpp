@@ -1,3 +1,4 @@
+#include <filesystem>
 #include <fstream>
 #include <string>
 
@@ -66,6 +67,45 @@ TEST_F(CommandTest, OutputIsShownUnlessDiscarded) {
   Command::Run({"echo", {"shown"}});
   Command::Run({"echo", {"hidden"}, true});
   EXPECT_EQ(::testing::internal::GetCapturedStdout(), "shown\n");
+}
+
+class ToolPathTest : public CommandTest {
+ protected:
+  void WriteProgram(const std::string& name) const {
+    std::filesystem::permissions(folder.Write(name, "#!/bin/sh\n"),
+                                 std::filesystem::perms::owner_all);
+  }
+
+  std::string Found() const { return ToolPath(folder.Path() + "/", "tool"); }
+};
+
+TEST_F(ToolPathTest, EndingGoesBeforeTheBareName) {
+  WriteProgram("tool.exe");
+  WriteProgram("tool");
+  EXPECT_EQ(Found(), folder.Path("tool.exe"));
+}
+
+TEST_F(ToolPathTest, BareNameServesWithoutTheOther) {
+  WriteProgram("tool");
+  EXPECT_EQ(Found(), folder.Path("tool"));
+}
+
+TEST_F(ToolPathTest, FileThatCannotBeRunHidesNoProgram) {
+  folder.Write("tool.exe", "MZ");
+  WriteProgram("tool");
+  EXPECT_EQ(Found(), folder.Path("tool"));
+}
+
+TEST_F(ToolPathTest, FolderHidesNoProgram) {
+  std::filesystem::create_directory(folder.Path("tool.exe"));
+  WriteProgram("tool");
+  EXPECT_EQ(Found(), folder.Path("tool"));
+}
+
+TEST_F(ToolPathTest, HasTheEndingWhenNothingCanBeRun) {
+  EXPECT_EQ(Found(), folder.Path("tool.exe"));
+  folder.Write("tool", "");
+  EXPECT_EQ(Found(), folder.Path("tool.exe"));
 }
 
 TEST_F(CommandTest, RecordingRunsNothing) {

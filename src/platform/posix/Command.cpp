@@ -61,6 +61,10 @@ class StartSetup {
   posix_spawnattr_t attributes{};
 };
 
+bool IsProgram(const std::string& path) {
+  return access(WithNativeSeparators(path).c_str(), X_OK) == 0 && !IsDirectory(path);
+}
+
 std::optional<int> WaitFor(pid_t process) {
   int status = 0;
   while (waitpid(process, &status, 0) < 0) {
@@ -90,8 +94,10 @@ std::optional<int> RunInSystem(CommandLine line) {
 
 std::string ToolPath(const std::string& folder, const std::string& name) {
   const std::string bare = folder + name;
-  const std::string executable = bare + ".exe";
-  return !FileReadable(executable) && FileReadable(bare) ? bare : executable;
+  const std::string withEnding = bare + ".exe";
+  // One that can't be run, as it is when copied from another system, must not hide one that can.
+  if (IsProgram(withEnding)) return withEnding;
+  return IsProgram(bare) ? bare : withEnding;
 }
 
 std::optional<int> Command::Run(const CommandLine& line) {
