@@ -196,11 +196,13 @@ INSTANTIATE_TEST_SUITE_P(Examples, TextExamplesTest, ::testing::ValuesIn(TextExa
 
 class TextExamplesListTest : public ProcessStateTest {};
 
-// The rest hold what the format has no words for: allocation, state machines, a NOT in a hazard.
+// The rest hold what the format has no words for: allocations, state machines, coverages, a NOT in
+// a hazard, objectives of their own.
 TEST_F(TextExamplesListTest, HoldsTheModelsThatTheFormatCanCarry) {
   EXPECT_EQ(TextExampleNames(),
             (std::vector<std::string>{"avionics-supply", "brake-by-wire", "consensus-interlock",
-                                      "control-loop", "process-plant", "pumping-station"}));
+                                      "control-loop", "process-plant", "pumping-station",
+                                      "sensor-network"}));
 }
 
 }  // namespace
