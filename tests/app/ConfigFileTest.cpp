@@ -9,10 +9,12 @@
 #include "support/CaseName.h"
 #include "support/Dice.h"
 #include "support/FuzzCount.h"
+#include "support/FuzzSeeds.h"
 #include "support/ProcessStateTest.h"
 #include "support/TemporaryFolder.h"
 #include "support/TextDamage.h"
 #include "support/ThrownMessage.h"
+#include "support/TokenDamage.h"
 
 namespace FTS {
 namespace {
@@ -212,21 +214,44 @@ TEST_F(ConfigFileTest, SettingsAreUsableBehindAFailure) {
   EXPECT_EQ(Config::Instance().maxCutSetSize, 0);
 }
 
-TEST_F(ConfigFileTest, DamageDoesNoHarm) {
-  Config::LoadOrCreate(folder.Path("new.cfg"));
-  const std::string text = folder.Read("new.cfg") + "Contraction = none;\nModularise = true;\n";
-  const std::vector<std::string> pieces = {"=",    ";",     "//", "\n",  "\r\n", " ",
-                                           "true", "false", ",",  "XML", "Max",  "99999999999999"};
-  Dice dice(20221017);
+/// Files with damage to bytes and to whole tokens.
+class DamagedConfigTest : public ConfigFileTest {
+ protected:
+  const std::vector<std::string> pieces = {
+      "=",    ";",       "//",       "\n",  "\r\n",         " ",
+      "true", "false",   ",",        "XML", "NONE",         "99999999999999",
+      "Max",  "default", "contract", "\t",  "Contraction=", "\nMax cut set size = 4;\n"};
+
+  /// Loads a file with that text and looks at what no line can say, whatever stands in it.
+  const Config& LoadDamaged(const std::string& text) {
+    const Config& config = Load(text);
+    EXPECT_TRUE(config.countNormalEvents) << text;
+    EXPECT_FALSE(config.outputDir.empty()) << text;
+    EXPECT_TRUE(config.contraction == Contraction::None ||
+                config.contraction == Contraction::Contract ||
+                config.contraction == Contraction::Subcontract)
+        << text;
+    return config;
+  }
+};
+
+TEST_F(DamagedConfigTest, DamagedBytesDoNoHarm) {
+  const std::vector<std::string> seeds = FuzzSeeds(".cfg");
+  Dice dice(FuzzSeed(20221017));
   std::set<std::int32_t> limits;
   for (int i = FuzzCount(1000); i > 0; --i) {
-    const Config& config = Load(Damaged(text, dice, pieces));
-    // What no line can say stays as it is.
-    EXPECT_TRUE(config.countNormalEvents);
-    EXPECT_EQ(config.outputTypes & ~(OutputType::Xml | OutputType::Ftp | OutputType::Excel), 0);
-    EXPECT_TRUE(config.contraction == Contraction::None ||
-                config.contraction == Contraction::Contract);
-    limits.insert(config.maxCutSetSize);
+    limits.insert(LoadDamaged(Damaged(dice.Pick(seeds), dice, pieces)).maxCutSetSize);
+  }
+  EXPECT_TRUE(limits.contains(4));
+  EXPECT_TRUE(limits.contains(0));
+}
+
+TEST_F(DamagedConfigTest, DamagedTokensDoNoHarm) {
+  const std::vector<std::string> seeds = FuzzSeeds(".cfg");
+  Dice dice(FuzzSeed(20221018));
+  std::set<std::int32_t> limits;
+  for (int i = FuzzCount(1000); i > 0; --i) {
+    limits.insert(LoadDamaged(DamagedByTokens(dice.Pick(seeds), dice, pieces)).maxCutSetSize);
   }
   EXPECT_TRUE(limits.contains(4));
   EXPECT_TRUE(limits.contains(0));

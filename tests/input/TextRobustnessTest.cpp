@@ -13,8 +13,10 @@
 #include "platform/FileSystem.h"
 #include "support/Dice.h"
 #include "support/FuzzCount.h"
+#include "support/FuzzSeeds.h"
 #include "support/TestPaths.h"
 #include "support/TextDamage.h"
+#include "support/TokenDamage.h"
 
 namespace FTS {
 namespace {
@@ -25,10 +27,18 @@ class TextRobustnessTest : public TextModelTest {
  protected:
   TextRobustnessTest() : text(*ReadWholeFile(TestsFolder() + "/models/everything.vtn")) {}
 
-  /// What became of a file with that text: "synthesised", or the first words of the refusal.
+  /// What became of a file with that text: "synthesised", or the first words of the refusal. None
+  /// of the nodes that were made on the way may stay behind.
   std::string ReadDamaged(const std::string& damaged) {
+    const std::string outcome = OutcomeOf(folder.Write("damaged.vtn", damaged));
+    const NodeCounters& counters = NodeCounters::Instance();
+    EXPECT_EQ(counters.nodesMade, counters.nodesDestroyed) << damaged;
+    return outcome;
+  }
+
+  static std::string OutcomeOf(const std::string& path) {
     try {
-      const auto read = CreateTextParser(folder.Write("damaged.vtn", damaged))->Parse();
+      const auto read = CreateTextParser(path)->Parse();
       read->Synthesise();
       return "synthesised";
     } catch (const VtnException& exception) {
@@ -120,17 +130,44 @@ TEST_F(TextRobustnessTest, TruncatedModelsAreRefused) {
     EXPECT_NE(ReadDamaged(text.substr(0, length)), "synthesised") << length;
 }
 
-TEST_F(TextRobustnessTest, DamageDoesNoHarm) {
+/// The ends that reading comes to when the files are damaged often enough.
+constexpr const char* Outcomes[] = {"synthesised",    "Match Error #1", "Match Error #2",
+                                    "Match Error #3", "Match Error #4", "Parser creatio",
+                                    "Unknown Hazard"};
+
+TEST_F(TextRobustnessTest, SeedsAreReadWithoutAWord) {
+  const CapturedStreams streams;
+  for (const std::string& seed : FuzzSeeds(".vtn")) {
+    SCOPED_TRACE(seed);
+    EXPECT_EQ(ReadDamaged(seed), "synthesised");
+  }
+  EXPECT_THAT(Errors(), IsEmpty());
+}
+
+TEST_F(TextRobustnessTest, DamagedBytesDoNoHarm) {
   Config::Instance().runSilent = true;  // The log would only slow this down.
-  Dice dice(20221017);
+  const std::vector<std::string> seeds = FuzzSeeds(".vtn");
+  Dice dice(FuzzSeed(20221017));
   std::set<std::string> outcomes;
   for (int i = FuzzCount(1500); i > 0; --i) {
-    outcomes.insert(ReadDamaged(Damaged(text, dice, Pieces)));
+    outcomes.insert(ReadDamaged(Damaged(dice.Pick(seeds), dice, Pieces)));
   }
-  for (const char* outcome : {"synthesised", "Match Error #1", "Match Error #2", "Match Error #3",
-                              "Match Error #4", "Parser creatio", "Unknown Hazard"}) {
-    EXPECT_TRUE(outcomes.contains(outcome)) << outcome;
+  for (const char* outcome : Outcomes) EXPECT_TRUE(outcomes.contains(outcome)) << outcome;
+}
+
+TEST_F(TextRobustnessTest, DamagedTokensDoNoHarm) {
+  Config::Instance().runSilent = true;
+  const std::vector<std::string> seeds = FuzzSeeds(".vtn");
+  std::vector<std::string> pieces = Pieces;
+  for (const std::string& seed : seeds) {
+    for (std::string& token : SplitIntoTokens(seed)) pieces.push_back(std::move(token));
   }
+  Dice dice(FuzzSeed(20221018));
+  std::set<std::string> outcomes;
+  for (int i = FuzzCount(1500); i > 0; --i) {
+    outcomes.insert(ReadDamaged(DamagedByTokens(dice.Pick(seeds), dice, pieces)));
+  }
+  for (const char* outcome : Outcomes) EXPECT_TRUE(outcomes.contains(outcome)) << outcome;
 }
 
 TEST_F(TextRobustnessTest, GarbageIsRefused) {
