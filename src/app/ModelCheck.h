@@ -43,7 +43,8 @@ class ModelCheck {
   long long start;      // Milliseconds.
 };
 
-/// Runs a model through all phases and compares the results with expected ones.
+/// Runs a model through all phases and compares the results with expected ones. A file of expected
+/// results that is not read to its end, or holds none, ends the phases with a VtnException.
 class RegressionCheck : public ModelCheck {
  public:
   using ModelCheck::ModelCheck;

@@ -9,6 +9,7 @@
 #include "faulttree/FaultTreeNode.h"
 #include "model/Model.h"
 #include "model/NumberText.h"
+#include "model/VtnException.h"
 
 namespace FTS {
 namespace {
@@ -72,10 +73,12 @@ void RegressionCheck::CompareWithExpectations() {
     return;
   }
   for (const ExpectedTree& tree : expectations->trees) CompareTree(tree);
+  // What stands behind such a line has not been compared, so the test has not passed.
   if (expectations->strangeLine > 0) {
-    report.Show("Expected results are read up to line " +
-                std::to_string(expectations->strangeLine) + " only: " + path);
+    throw VtnException("Line " + std::to_string(expectations->strangeLine) + " of " + path +
+                       " is no expected result");
   }
+  if (expectations->trees.empty()) throw VtnException("No expected results in " + path);
 }
 
 void RegressionCheck::CompareTree(const ExpectedTree& expected) {

@@ -94,11 +94,11 @@ std::optional<Expectations> ReadExpectations(const std::string& path) {
   if (!text) return std::nullopt;
   Expectations expectations;
   int number = 0;
-  const std::vector<std::string_view> lines = SplitAt('\n', *text);
+  std::vector<std::string_view> lines = SplitAt('\n', *text);
+  while (!lines.empty() && Trimmed(lines.back()).empty()) lines.pop_back();
   for (const std::string_view line : lines) {
     ++number;
-    const bool isEnd = number == static_cast<int>(lines.size()) && line.empty();
-    if (isEnd || ReadExpectation(Trimmed(line), expectations.trees)) continue;
+    if (ReadExpectation(Trimmed(line), expectations.trees)) continue;
     expectations.strangeLine = number;
     break;
   }

@@ -125,6 +125,11 @@ INSTANTIATE_TEST_SUITE_P(
                       StrangeLine{"NoTreeNumber", "#"}, StrangeLine{"TreeByName", "#Top"}),
     CaseName);
 
+TEST_F(TestListTest, EmptyLinesAtTheEndBelongToNothing) {
+  EXPECT_EQ(Expected("#1\nC 1 1\n\n \r\n\n").strangeLine, 0);
+  EXPECT_EQ(Expected("\n").strangeLine, 0);
+}
+
 TEST_F(TestListTest, FiguresBeforeTheFirstTreeDoNotFit) {
   EXPECT_EQ(Expected("U 0.5\n#1\n").strangeLine, 1);
 }

@@ -11,6 +11,7 @@
 #include "model/Model.h"
 #include "model/VtnException.h"
 #include "support/CapturedStreams.h"
+#include "support/CaseName.h"
 #include "support/CurrentFolder.h"
 #include "support/FixedClock.h"
 #include "support/ModelXml.h"
@@ -117,14 +118,47 @@ INSTANTIATE_TEST_SUITE_P(
                       VerdictCase{"OneTooFew", "#1\nC 1 1\nC 2 1\n", 1},
                       VerdictCase{"TreeThatIsNotThere", "#2\n", 1},
                       VerdictCase{"FiguresOfATreeThatIsNotThere", "#2\nU 0\nC 1 0\n", 1},
-                      VerdictCase{"EmptyFile", "", 0}),
-    [](const auto& row) { return std::string(row.param.name); });
+                      VerdictCase{"EmptyLinesAtTheEnd", "#1\nC 1 1\nC 2 2\n\n\n", 0}),
+    CaseName);
 
-TEST_F(TestModesTest, ExpectationsThatStopEarlyAreTold) {
-  folder.Write("small_expectedResults.txt", "#1\nU 0.71875\n\nC 1 1\n");
-  Run("small.xml\n");
-  EXPECT_THAT(Log(), HasSubstr("Expected results are read up to line 3 only: "
-                               "small_expectedResults.txt\n"));
+struct BrokenExpectations {
+  const char* name;
+  const char* text;
+  const char* message;
+};
+
+class BrokenExpectationsTest : public TestModesTest,
+                               public ::testing::WithParamInterface<BrokenExpectations> {};
+
+TEST_P(BrokenExpectationsTest, AreAnErrorThatNamesFileAndLine) {
+  folder.Write("small_expectedResults.txt", GetParam().text);
+  EXPECT_EQ(Run("small.xml\n"), 1);
+  const std::string message = "Exception occurred: " + std::string(GetParam().message) + "\n";
+  EXPECT_EQ(streams.Errors(), message);
+  EXPECT_THAT(Log(), HasSubstr(message));
+  EXPECT_THAT(Summary(), HasSubstr("001:   ERRORS\t\tsmall.xml\n"));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Files, BrokenExpectationsTest,
+    ::testing::Values(
+        BrokenExpectations{"FirstLine", "# one\nU 0\nC 1 7\n",
+                           "Line 1 of small_expectedResults.txt is no expected result"},
+        BrokenExpectations{"EmptyLineBetween", "#1\nU 0.71875\nC 1 1\nC 2 2\n\n#2\n",
+                           "Line 5 of small_expectedResults.txt is no expected result"},
+        BrokenExpectations{"LastLine", "#1\nU 0.71875\nC 1 1\nC 2 2\nC3 0",
+                           "Line 5 of small_expectedResults.txt is no expected result"},
+        BrokenExpectations{"EmptyFile", "", "No expected results in small_expectedResults.txt"},
+        BrokenExpectations{"EmptyLines", "\n\n",
+                           "No expected results in small_expectedResults.txt"}),
+    CaseName);
+
+TEST_F(TestModesTest, ComparisonThatFailedGoesBeforeAStrangeLine) {
+  folder.Write("small_expectedResults.txt", "#1\nU 0.1\n\nC 1 1\n");
+  EXPECT_EQ(Run("small.xml\n"), 1);
+  EXPECT_THAT(Log(), HasSubstr("Expected U = 0.1\tFAIL\n"));
+  EXPECT_THAT(Log(), HasSubstr("Line 3 of small_expectedResults.txt is no expected result\n"));
+  EXPECT_THAT(Summary(), HasSubstr("001:   FAIL\t\tsmall.xml\n"));
 }
 
 TEST_F(TestModesTest, EntriesSetWhatTheirTestRunsWith) {

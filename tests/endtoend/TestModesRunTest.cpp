@@ -78,7 +78,7 @@ TEST_F(TestModesRunTest, EveryExampleHasExpectationsThatAreCompared) {
   Run("testMode");
   const std::string log = folder.Read("TestResults.txt");
   EXPECT_EQ(CountOf("No expected results file found", log), 0);
-  EXPECT_EQ(CountOf("Expected results are read up to", log), 0);
+  EXPECT_EQ(CountOf("is no expected result", log), 0);
   EXPECT_EQ(CountOf("For FT #", log), CountOf("Fault Tree #", log));
   EXPECT_GE(CountOf("\tPASS\n", log), 5 * examples);
 }
@@ -95,6 +95,16 @@ TEST_F(TestModesRunTest, WrongExpectationsAreTheExitStatus) {
   const std::string summary = folder.Read("TestSummary.txt");
   EXPECT_NE(summary.find("002:   FAIL\t\tbrake-by-wire/brake-by-wire.xml\n"), std::string::npos);
   EXPECT_EQ(CountOf(":   FAIL\t\t", summary), 2) << summary;
+}
+
+TEST_F(TestModesRunTest, BrokenExpectationsAreAnError) {
+  folder.Write("TestModels.txt", "brake-by-wire/brake-by-wire.xml,3\n");
+  folder.Write("brake-by-wire/brake-by-wire_expectedResults.txt", "Tree 1\nU 0.5\n");
+  const ProgramRun run = Run("testMode");
+  EXPECT_EQ(run.exitStatus, 1);
+  EXPECT_EQ(run.errors,
+            "Exception occurred: Line 1 of brake-by-wire/brake-by-wire_expectedResults.txt is no "
+            "expected result\n");
 }
 
 TEST_F(TestModesRunTest, NoModelIsReadAsText) {
