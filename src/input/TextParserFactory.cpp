@@ -39,7 +39,10 @@ bool IsTextModel(Lexer& lexer) {
 }  // namespace
 
 std::unique_ptr<Parser> CreateTextParser(const std::string& path) {
-  if (!FileReadable(path)) throw VtnException("File not found! Could not open file: " + path);
+  // It is read twice, which a pipe can't be, and one that nobody writes to would never end.
+  if (!FileReadable(path) || !IsRegularFile(path)) {
+    throw VtnException("File not found! Could not open file: " + path);
+  }
   auto lexer = std::make_unique<Lexer>();
   lexer->Open(path);
   if (!IsTextModel(*lexer)) {

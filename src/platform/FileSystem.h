@@ -42,6 +42,9 @@ std::string JoinPath(std::string_view folder, std::string_view name);
 /// Whether a file of that name exists and may be read. A folder is no file.
 bool FileReadable(std::string_view path);
 
+/// Whether there is a file of bytes, and no folder, pipe or device; links are followed.
+bool IsRegularFile(std::string_view path);
+
 bool IsDirectory(std::string_view path);
 
 /// Makes the folder and those above it; one that exists is fine. Throws

@@ -140,6 +140,15 @@ TEST_F(FileSystemTest, FileIsNoFolder) {
   EXPECT_FALSE(IsDirectory(folder.Path("missing")));
 }
 
+TEST_F(FileSystemTest, RegularFileIsNoFolderAndNoDevice) {
+  EXPECT_TRUE(IsRegularFile(folder.Write("a.xml", "text")));
+  std::filesystem::create_symlink("a.xml", folder.Path("link"));
+  EXPECT_TRUE(IsRegularFile(folder.Path("link")));
+  EXPECT_FALSE(IsRegularFile(folder.Path()));
+  EXPECT_FALSE(IsRegularFile("/dev/null"));
+  EXPECT_FALSE(IsRegularFile(folder.Path("missing")));
+}
+
 TEST_F(FileSystemTest, FoldersAreMadeWithThoseAbove) {
   CreateFolders(folder.Path("a/b\\c/"));
   EXPECT_TRUE(IsDirectory(folder.Path("a/b/c")));

@@ -49,6 +49,11 @@ bool FileReadable(std::string_view path) {
   return access(native.c_str(), R_OK) == 0 && !IsDirectory(native);
 }
 
+bool IsRegularFile(std::string_view path) {
+  std::error_code failure;
+  return std::filesystem::is_regular_file(WithNativeSeparators(path), failure);
+}
+
 bool IsDirectory(std::string_view path) {
   std::error_code failure;
   return std::filesystem::is_directory(WithNativeSeparators(path), failure);
@@ -74,10 +79,11 @@ std::optional<std::string> ReadWholeFile(std::string_view path) {
   std::ifstream file(native, std::ios::binary);
   if (!file) return std::nullopt;
   std::string content;
-  constexpr std::size_t ChunkSize = std::size_t{1} << 20;
-  for (std::size_t filled = 0; file; filled = content.size()) {
-    content.resize(filled + ChunkSize);
-    file.read(content.data() + filled, ChunkSize);
+  // Small at first: most files are, and memory that is never filled takes its time too.
+  std::size_t chunk = std::size_t{1} << 14;
+  for (std::size_t filled = 0; file; filled = content.size(), chunk *= 2) {
+    content.resize(filled + chunk);
+    file.read(content.data() + filled, static_cast<std::streamsize>(chunk));
     content.resize(filled + static_cast<std::size_t>(file.gcount()));
   }
   if (file.bad()) return std::nullopt;
