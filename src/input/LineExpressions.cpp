@@ -75,13 +75,15 @@ class LineExpressionReader : public ExpressionReader {
   virtual void AnswerOtherClass(const std::string& message);
   /// Tells the log of a token that begins no operand.
   virtual void ReportUnknownPort() const;
+  /// Ends the reading over a port that does not exist; `row` is where it is named.
+  [[noreturn]] virtual void RefusePort(const std::string& message, std::int32_t row) const;
 
  private:
   NodePointer ReadBracket();
   NodePointer TakePlaceholder(const char* name, NodeType type);
   NodePointer ReadPort();
   std::string ReadReferenceClass();
-  std::shared_ptr<Port> FindPort(const std::string& path) const;
+  std::shared_ptr<Port> FindPort(const Token& token) const;
   [[noreturn]] void RefuseToken() const;
 
   const Line& line;
@@ -109,6 +111,10 @@ void LineExpressionReader::ReportUnknownPort() const {
                                      ") [line number : " + LineText() + "]");
 }
 
+void LineExpressionReader::RefusePort(const std::string& message, std::int32_t /*row*/) const {
+  throw VtnException(message);
+}
+
 void LineExpressionReader::RefuseToken() const {
   ReportUnknownPort();
   throw ParseException("Unknown Port Node!", LineNumber());
@@ -130,8 +136,10 @@ LineExpressionReader::NodePointer LineExpressionReader::TakePlaceholder(const ch
 
 LineExpressionReader::NodePointer LineExpressionReader::ReadPort() {
   const std::string failureClass = ReadReferenceClass();
-  if (!lexer.Current()) parser.Match(TokenType::ID);  // Throws: the port is missing.
-  const std::shared_ptr<Port> port = FindPort(TakeText());
+  const TokenPtr head = lexer.Current();
+  if (!head) parser.Match(TokenType::ID);  // Throws: the port is missing.
+  TakeText();
+  const std::shared_ptr<Port> port = FindPort(*head);
   const std::string prefix = failureClass.empty() ? "" : failureClass + "-";
   auto proxy = std::make_shared<OutputDeviationProxy>(prefix + port->GetFullNameText(), &model,
                                                       LineNumber());
@@ -158,8 +166,11 @@ std::string LineExpressionReader::ReadReferenceClass() {
   return found;
 }
 
-/// The port that the path names from within the line's subsystem. Throws VtnException without one.
-std::shared_ptr<Port> LineExpressionReader::FindPort(const std::string& path) const {
+/// The port that the token's path names from within the line's subsystem. Ends the reading without
+/// one.
+std::shared_ptr<Port> LineExpressionReader::FindPort(const Token& token) const {
+  const std::string& path = token.text;
+  const auto row = static_cast<std::int32_t>(token.line);
   const std::shared_ptr<Subsystem> subsystem = line.GetOwner();
   const std::shared_ptr<Component> owner = subsystem->GetOwnerComponent();
   const std::size_t point = path.find('.');
@@ -171,22 +182,21 @@ std::shared_ptr<Port> LineExpressionReader::FindPort(const std::string& path) co
   const std::string complaint =
       "Error! Cannot find port: " + path + " on line: " + line.GetName() + " in ";
   if (!component && !owner) {
-    throw VtnException(complaint + "model top layer; may not be locally qualified");
+    RefusePort(complaint + "model top layer; may not be locally qualified", row);
   }
   if (!component) {
-    throw VtnException(complaint + "component: " + owner->GetFullNameText() +
-                       " may not be locally qualified");
+    RefusePort(
+        complaint + "component: " + owner->GetFullNameText() + " may not be locally qualified",
+        row);
   }
   std::shared_ptr<Port> port =
       component->FindPort(point == std::string::npos ? path : path.substr(point + 1));
-  if (!port) {
-    throw VtnException(complaint + "component: " + component->GetFullNameText() + " on line");
-  }
+  if (!port) RefusePort(complaint + "component: " + component->GetFullNameText() + " on line", row);
   return port;
 }
 
-/// Reads from a text model's own tokens. Gates have no suffix there, and both faults end the
-/// reading, without an entry in the log.
+/// Reads from a text model's own tokens. Gates have no suffix there, and all faults end the reading
+/// with the line of the file, without an entry in the log.
 class TextLineExpressionReader : public LineExpressionReader {
  public:
   TextLineExpressionReader(Parser& initParser, Lexer& initLexer, Model& initModel,
@@ -199,6 +209,9 @@ class TextLineExpressionReader : public LineExpressionReader {
   }
   // The exception that follows tells it.
   void ReportUnknownPort() const override {}
+  void RefusePort(const std::string& message, std::int32_t row) const override {
+    throw ParseException(message, row);
+  }
 };
 
 }  // namespace

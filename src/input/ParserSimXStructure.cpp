@@ -184,9 +184,9 @@ void ParserSimX::ReadConnection(Line& line) {
   const std::string failureClass = ReadName();
   AddFailureClass(failureClass);
   Match(TokenType::MINUS);
-  const std::string port = ReadName();
-  Match(TokenType::EQUALS);
-  BuildTextLineExpression(failureClass + "-" + port, line, failureClass);
+  const std::string connection = failureClass + "-" + ReadName();
+  line.fileLines[connection] = static_cast<std::int32_t>(Match(TokenType::EQUALS)->line);
+  BuildTextLineExpression(connection, line, failureClass);
 }
 
 }  // namespace FTS

@@ -60,6 +60,7 @@ void Line::CopyExpressions(Line& target) const {
         expression ? CloneTemplate(*expression, target.model, CloneMode::KeepIdentity) : nullptr);
   }
   target.messages = messages;
+  target.fileLines = fileLines;
 }
 
 std::shared_ptr<Line> Line::Clone(const std::shared_ptr<Subsystem>& newOwner) const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <map>
 #include <memory>
 #include <ostream>
@@ -40,8 +41,9 @@ class Line : public IPrintable, public IVisitable, public std::enable_shared_fro
   // The line's logic at its ports: model/PortExpressions.cpp
 
   /// Finds the ports and ties the line to them, for `MakePortExpression`. Throws `VtnException`
-  /// "Error! Cannot find port: ..." for a connection to nothing, and logs a warning for each
-  /// directed expression that finds no output port.
+  /// "Error! Cannot find port: ..." for a connection to nothing, with the line of the file
+  /// (`ParseException`) where it is known, and logs a warning for each directed expression that
+  /// finds no output port.
   void BuildPortExpressions();
   /// Forgets the ports again.
   void Untie();
@@ -54,6 +56,7 @@ class Line : public IPrintable, public IVisitable, public std::enable_shared_fro
   std::shared_ptr<Line> Clone(const std::shared_ptr<Subsystem>& newOwner) const;
 
   std::map<std::string, std::shared_ptr<FaultTreeNode>> connections;  ///< Raw expressions, by key.
+  std::map<std::string, std::int32_t> fileLines;  ///< Of connections in a text model, by key.
   LineOperator defaultOperator = LineOperator::OR;
   std::string description;
   bool directed = false;

@@ -89,20 +89,28 @@ std::shared_ptr<Component> FindEndComponent(const Subsystem& subsystem, const Co
   return found == subsystem.components.end() ? nullptr : found->second;
 }
 
+/// Throws for a connection to nothing.
+[[noreturn]] void RefuseEnd(const Line& line, const std::string& connection,
+                            const std::string& message) {
+  const auto fileLine = line.fileLines.find(connection);
+  if (fileLine == line.fileLines.end()) throw VtnException(message);
+  throw ParseException(message, fileLine->second);
+}
+
 std::shared_ptr<Port> FindEndPort(const Line& line, const Subsystem& subsystem,
-                                  const ConnectionKey& key) {
+                                  const std::string& connection) {
+  const ConnectionKey key(connection);
   const std::shared_ptr<Component> component = FindEndComponent(subsystem, key);
   std::shared_ptr<Port> port = component ? component->FindPort(key.port) : nullptr;
   if (port) return port;
-  const std::string complaint =
-      "Error! Cannot find port: " + key.port + " on line: " + line.GetName();
+  std::string place = " in model top layer; may not be locally qualified";
   if (component) {
-    throw VtnException(complaint + " in component: " + component->GetFullNameText() + " on line");
+    place = " in component: " + component->GetFullNameText() + " on line";
+  } else if (const std::shared_ptr<Component> around = subsystem.GetOwnerComponent()) {
+    place = " in component: " + around->GetFullNameText() + " may not be locally qualified";
   }
-  const std::shared_ptr<Component> around = subsystem.GetOwnerComponent();
-  if (!around) throw VtnException(complaint + " in model top layer; may not be locally qualified");
-  throw VtnException(complaint + " in component: " + around->GetFullNameText() +
-                     " may not be locally qualified");
+  RefuseEnd(line, connection,
+            "Error! Cannot find port: " + key.port + " on line: " + line.GetName() + place);
 }
 
 /// Finishes the clone of one connection's expression for one class.
@@ -245,7 +253,7 @@ void Line::BuildPortExpressions() {
   ends = std::make_unique<LineEnds>();
   for (const auto& [text, expression] : connections) {
     const ConnectionKey key(text);
-    const std::shared_ptr<Port> port = FindEndPort(*this, *subsystem, key);
+    const std::shared_ptr<Port> port = FindEndPort(*this, *subsystem, text);
     const bool inside = port->GetOwner()->GetSubsystem() == subsystem;
     if (expression) {
       port->AddLineEnd(shared_from_this(), ends->All().size(), key.failureClass, inside);

@@ -3,6 +3,7 @@
 #include <set>
 #include <string>
 
+#include "platform/Command.h"
 #include "support/ProcessStateTest.h"
 #include "support/ProgramRun.h"
 #include "support/TemporaryFolder.h"
@@ -71,6 +72,30 @@ TEST_F(TextModelRunTest, OtherFirstWordIsNoRecognisedFormat) {
 TEST_F(TextModelRunTest, MissingFileIsNotFound) {
   const std::string path = folder.Path("missing.vtn");
   EXPECT_EQ(RunProgramWith({path}).errors, "File not found! Could not open file: " + path + "\n");
+}
+
+TEST_F(TextModelRunTest, PipeThatNobodyWritesToIsNotWaitedFor) {
+  const std::string path = folder.Path("pipe.vtn");
+  ASSERT_EQ(Command::Run({"mkfifo", {path}}), 0);
+  EXPECT_EQ(RunProgramWith({path}).errors, "File not found! Could not open file: " + path + "\n");
+}
+
+TEST_F(TextModelRunTest, PortsThatALineCannotFindAreToldWithTheirLine) {
+  const std::string head =
+      "Model Name \"m\"\nSystem {\nComponent { Name \"A\" Port { Name \"p\" } Implementation { } "
+      "}\n"
+      "Line { Default OR Name \"wire\" Connections {\n";
+  const std::string end = "\n\n} }\n}\n";
+  EXPECT_EQ(Run(head + "x-A.p = x-A.q" + end).errors,
+            "Error! Cannot find port: A.q on line: wire in component: DEFAULT::A on line at line "
+            "number: 5\n");
+  // These are found out in the synthesis only, since components may follow their lines.
+  EXPECT_EQ(Run(head + "x-A.p = x-A.p,\nx-A.r = x-A.p" + end).errors,
+            "Error! Cannot find port: r on line: wire in component: DEFAULT::A on line at line "
+            "number: 6\n");
+  EXPECT_EQ(Run(head + "x-B.p = x-A.p" + end).errors,
+            "Error! Cannot find port: p on line: wire in model top layer; may not be locally "
+            "qualified at line number: 5\n");
 }
 
 TEST_F(TextModelRunTest, FaultEndsTheReadingWithItsLine) {

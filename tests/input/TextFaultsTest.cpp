@@ -177,7 +177,12 @@ INSTANTIATE_TEST_SUITE_P(
                   "System { Line { Default OR Name \"wire\" Connections { x-A.p = x-A.p } }\n"
                   "Component { Name \"A\" Port { Name \"p\" } Implementation { } } }",
                   "Error! Cannot find port: A.p on line: wire in model top layer; may not be "
-                  "locally qualified"}),
+                  "locally qualified @2"},
+        FaultCase{"PortThatIsNotThere",
+                  "System {\nComponent { Name \"A\" Port { Name \"p\" } Implementation { } }\n"
+                  "Line { Default OR Name \"wire\" Connections {\nx-A.p =\nx-A.q\n\n} } }",
+                  "Error! Cannot find port: A.q on line: wire in component: DEFAULT::A on line "
+                  "@6"}),
     CaseName);
 
 INSTANTIATE_TEST_SUITE_P(
