@@ -46,6 +46,13 @@ class TextRobustnessTest : public TextModelTest {
     }
   }
 
+  /// The smaller of two seeds: small ones are read faster, and each change to them counts for more.
+  static const std::string& PickSeed(const std::vector<std::string>& seeds, Dice& dice) {
+    const std::string& one = dice.Pick(seeds);
+    const std::string& other = dice.Pick(seeds);
+    return one.size() < other.size() ? one : other;
+  }
+
   TemporaryFolder folder;
   std::string text;
 };
@@ -150,7 +157,7 @@ TEST_F(TextRobustnessTest, DamagedBytesDoNoHarm) {
   Dice dice(FuzzSeed(20221017));
   std::set<std::string> outcomes;
   for (int i = FuzzCount(1500); i > 0; --i) {
-    outcomes.insert(ReadDamaged(Damaged(dice.Pick(seeds), dice, Pieces)));
+    outcomes.insert(ReadDamaged(Damaged(PickSeed(seeds, dice), dice, Pieces)));
   }
   for (const char* outcome : Outcomes) EXPECT_TRUE(outcomes.contains(outcome)) << outcome;
 }
@@ -165,7 +172,7 @@ TEST_F(TextRobustnessTest, DamagedTokensDoNoHarm) {
   Dice dice(FuzzSeed(20221018));
   std::set<std::string> outcomes;
   for (int i = FuzzCount(1500); i > 0; --i) {
-    outcomes.insert(ReadDamaged(DamagedByTokens(dice.Pick(seeds), dice, pieces)));
+    outcomes.insert(ReadDamaged(DamagedByTokens(PickSeed(seeds, dice), dice, pieces)));
   }
   for (const char* outcome : Outcomes) EXPECT_TRUE(outcomes.contains(outcome)) << outcome;
 }
