@@ -5,6 +5,7 @@
 // brackets and so bind as the operators of the reader do; an AND over an OR in brackets is told
 // apart from one without by the model alone.
 
+#include <cassert>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -142,28 +143,31 @@ void VisitorProblog::Put(std::string_view text) {
   }
 }
 
-std::string VisitorProblog::TextOf(FaultTreeNode& node) {
-  const Rule rule(*this);
-  node.Accept(*this);
-  return std::move(body);
-}
-
 std::string VisitorProblog::BodyOf(FaultTreeNode* node) {
-  const std::string text = node ? TextOf(*node) : "";
-  return text.empty() ? "null" : text;
+  const Rule rule(*this);
+  if (node) node->Accept(*this);
+  return body.empty() ? "null" : std::move(body);
 }
 
+bool VisitorProblog::WriteBehind(std::string_view sign, FaultTreeNode& node) {
+  assert(insideRule && "Gates are met as logic of a rule only.");
+  const std::size_t before = body.size();
+  body += sign;
+  const std::size_t start = body.size();
+  node.Accept(*this);
+  if (body.size() > start) return true;
+  body.resize(before);
+  return false;
+}
+
+// Parts are put together in place: logic may be nested many thousand times.
 void VisitorProblog::WriteJoined(FaultTreeNode& gate, std::string_view separator) {
   const OnPathMark mark(gate);
   if (!mark.Entered()) return;
-  std::string joined;
+  bool any = false;
   for (int i = 0; i < gate.GetChildCount(); ++i) {
-    const std::string text = TextOf(*gate.GetChild(i));
-    if (text.empty()) continue;  // An operator needs something on both sides.
-    if (!joined.empty()) joined += separator;
-    joined += text;
+    any |= WriteBehind(any ? separator : "", *gate.GetChild(i));
   }
-  Put(joined);
 }
 
 void VisitorProblog::Visit(AndGate& gate) {
@@ -180,8 +184,7 @@ void VisitorProblog::Visit(OrGate& gate) {
 
 void VisitorProblog::Visit(NotGate& gate) {
   Enter(gate);
-  const std::string operand = gate.GetChildCount() > 0 ? TextOf(*gate.GetChild(0)) : "";
-  if (!operand.empty()) Put("!" + operand);
+  if (gate.GetChildCount() > 0) WriteBehind("!", *gate.GetChild(0));
   Leave(gate);
 }
 

@@ -67,8 +67,10 @@ class VisitorProblog : public Visitor {
 
   /// The node as the body of a rule; "null", which nothing proves, for no logic at all.
   std::string BodyOf(FaultTreeNode* node);
-  /// The node as part of a body; empty for a potential common cause without an actual one.
-  std::string TextOf(FaultTreeNode& node);
+  /// Appends the sign and the node to the body; neither, and false, when the node has no text, as a
+  /// potential common cause without an actual one. An operator needs something on both sides.
+  bool WriteBehind(std::string_view sign, FaultTreeNode& node);
+  /// Appends the gate's children to the body.
   void WriteJoined(FaultTreeNode& gate, std::string_view separator);
   /// An event in a rule; outside one, the fact that it occurs with its probability.
   void WriteEvent(const BasicEvent& event, const std::string& term);
