@@ -140,20 +140,27 @@ void MakeFolderOf(const std::string& path) {
   }
 }
 
-/// Writes the default file. One that is there and only can't be read is left alone.
+/// Writes the default file. One that is there and only can't be read is left alone. Half a file is
+/// taken away again: the next run would read it and know only the settings in it.
 void CreateDefaultFile(const std::string& path) {
   MakeFolderOf(path);
   std::ofstream file;
   // A path that can't even be looked at (a circle of links, a name beyond what the system takes)
   // can't be created either.
-  std::error_code failure;
-  const bool isFree = !std::filesystem::exists(path, failure) && !failure;
+  std::error_code unseen;
+  const bool isFree = !std::filesystem::exists(path, unseen) && !unseen;
   if (isFree) file.open(path, std::ios::binary);
-  if (!file.is_open()) throw VtnException("Could not create new config file 'veltarn.cfg'!");
+  const VtnException failure("Could not create new config file 'veltarn.cfg'!");
+  if (!file.is_open()) throw failure;
+  file << DefaultText;
+  file.close();
+  if (!file) {
+    RemoveFile(path);
+    throw failure;
+  }
   // The standard name, whatever the file is called.
   DiagnosticLog::Instance().AddWarning(
       "No config file present - creating new file 'veltarn.cfg' with default values.");
-  file << DefaultText;
 }
 
 }  // namespace

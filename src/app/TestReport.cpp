@@ -20,6 +20,12 @@ void Open(std::ofstream& stream, const char* name) {
   if (!stream) std::cerr << "Cannot write " << name << '\n';
 }
 
+void TellIfCutShort(const std::ofstream& stream, const char* name) {
+  if (stream.is_open() && !stream) {
+    std::cerr << "Cannot write the whole of file: " << name << '\n';
+  }
+}
+
 const char* TextOf(TestOutcome outcome) {
   switch (outcome) {
     case TestOutcome::Pass:
@@ -83,6 +89,8 @@ void TestReport::FinishAll(long long milliseconds, bool countsLeaks) {
   text += "Number of Errors: " + std::to_string(errors);
   summary << text << '\n' << std::flush;
   Print(text);
+  TellIfCutShort(log, LogName);
+  TellIfCutShort(summary, SummaryName);
 }
 
 int TestReport::ExitStatus() const { return std::min(fails + errors, LargestStatus); }

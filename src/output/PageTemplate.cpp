@@ -1,9 +1,11 @@
 #include "output/PageTemplate.h"
 
 #include <iostream>
+#include <vector>
 
 #include "app/Config.h"
 #include "app/ProgramPath.h"
+#include "output/ResultFile.h"
 #include "platform/FileSystem.h"
 #include "platform/ZipArchive.h"
 
@@ -14,7 +16,9 @@ void UnpackPageTemplate(const std::string& folder) {
     std::cout << "Extracting FTOutput files to output folder.\n";
   }
   const std::string archive = JoinPath(ProgramFolder(), "FTOutput.zip");
-  const int status = UnpackArchive(archive, folder);
+  std::vector<std::string> cutShort;
+  const int status = UnpackArchive(archive, folder, cutShort);
+  for (const std::string& path : cutShort) ReportCutShort(path);
   if (status == ZipOk) return;
   std::cerr << "Problem opening zip file: " << archive << " (" << status << ")\n";
 }

@@ -4,6 +4,7 @@
 #include <cassert>
 #include <charconv>
 
+#include "app/DiagnosticLog.h"
 #include "model/NumberText.h"
 
 namespace FTS {
@@ -14,12 +15,17 @@ constexpr std::size_t PieceSize = std::size_t{1} << 18;
 
 }  // namespace
 
+void ReportCutShort(const std::string& path) {
+  DiagnosticLog::Instance().AddError("Cannot write the whole of file: " + path);
+}
+
 ResultFile::ResultFile() = default;
 
 ResultFile::~ResultFile() { Close(); }
 
-bool ResultFile::Open(const std::string& path) {
+bool ResultFile::Open(const std::string& initPath) {
   Close();
+  path = initPath;
   stream.clear();  // A file that failed must not take the next one with it.
   stream.open(path);
   return stream.is_open();
@@ -29,6 +35,8 @@ void ResultFile::Close() {
   if (!stream.is_open()) return;
   Flush();
   stream.close();
+  // Asked for once, here: the stream stays failed from the first piece that did not fit.
+  if (!stream) ReportCutShort(path);
 }
 
 ResultFile& ResultFile::operator<<(std::string_view text) {

@@ -75,7 +75,8 @@ std::string CurrentName(const Archive& archive) {
   return name;
 }
 
-void WriteEntry(const Archive& archive, const std::string& folder) {
+void WriteEntry(const Archive& archive, const std::string& folder,
+                std::vector<std::string>& cutShort) {
   const std::string name = CurrentName(archive);
   if (EndsWithSeparator(name)) return;  // A folder; those that hold files are made with them.
   const ZipEntry entry = UnpackCurrent(archive, name);
@@ -83,12 +84,17 @@ void WriteEntry(const Archive& archive, const std::string& folder) {
   const std::filesystem::path target = JoinPath(folder, WithNativeSeparators(name));
   std::error_code failure;
   std::filesystem::create_directories(target.parent_path(), failure);
-  std::ofstream(target, std::ios::binary) << entry.data;
+  std::ofstream file(target, std::ios::binary);
+  if (!file.is_open()) return;
+  file << entry.data;
+  file.close();
+  if (!file) cutShort.push_back(target.string());
 }
 
 }  // namespace
 
-int UnpackArchive(const std::string& archivePath, const std::string& folder) {
+int UnpackArchive(const std::string& archivePath, const std::string& folder,
+                  std::vector<std::string>& cutShort) {
   const Archive archive(unzOpen64(WithNativeSeparators(archivePath).c_str()));
   if (!archive) return ZipNoArchive;
   unz_global_info64 info{};
@@ -96,7 +102,7 @@ int UnpackArchive(const std::string& archivePath, const std::string& folder) {
   // The library finds fault with a list of nothing.
   int status = info.number_entry == 0 ? UNZ_END_OF_LIST_OF_FILE : unzGoToFirstFile(archive.get());
   for (ZPOS64_T i = 0; i < info.number_entry && status == UNZ_OK; ++i) {
-    WriteEntry(archive, folder);
+    WriteEntry(archive, folder, cutShort);
     status = unzGoToNextFile(archive.get());
   }
   return status == UNZ_OK || status == UNZ_END_OF_LIST_OF_FILE ? ZipOk : ZipBrokenArchive;

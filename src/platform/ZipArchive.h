@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace FTS {
 
@@ -28,7 +29,9 @@ ZipEntry ReadZipEntry(const std::string& archivePath, const std::string& entryNa
 /// Unpacks every entry of the archive into the folder, with the folders of its name, over files
 /// that are there. An entry that is refused, damaged or cannot be written is passed over. The
 /// result is `ZipOk`, `ZipNoArchive`, or `ZipBrokenArchive` when the archive's list of entries
-/// cannot be read to its end; the entries before that are unpacked all the same.
-int UnpackArchive(const std::string& archivePath, const std::string& folder);
+/// cannot be read to its end; the entries before that are unpacked all the same. `cutShort` gains
+/// the paths of the files that were made and then could not be written to their end.
+int UnpackArchive(const std::string& archivePath, const std::string& folder,
+                  std::vector<std::string>& cutShort);
 
 }  // namespace FTS

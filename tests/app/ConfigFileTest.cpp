@@ -8,6 +8,7 @@
 #include "platform/FileSystem.h"
 #include "support/CaseName.h"
 #include "support/Dice.h"
+#include "support/FileSizeLimit.h"
 #include "support/FuzzCount.h"
 #include "support/FuzzSeeds.h"
 #include "support/ProcessStateTest.h"
@@ -201,6 +202,16 @@ TEST_F(ConfigFileTest, FolderInItsPlaceCannotBeCreated) {
 TEST_F(ConfigFileTest, FileInPlaceOfItsFolderKeepsItFromBeingCreated) {
   const std::string file = folder.Write("file", "");
   EXPECT_EQ(LoadingFails(file + "/my.cfg"), "Could not create new config file 'veltarn.cfg'!");
+}
+
+TEST_F(ConfigFileTest, HalfAFileIsNotLeftBehind) {
+  {
+    const FileSizeLimit limit(100);
+    EXPECT_EQ(LoadingFails(folder.Path("new.cfg")),
+              "Could not create new config file 'veltarn.cfg'!");
+  }
+  EXPECT_FALSE(folder.Contains("new.cfg"));
+  EXPECT_THAT(DiagnosticLog::Instance().Warnings(), IsEmpty());
 }
 
 TEST_F(ConfigFileTest, PathThatIsTooLongIsInvalid) {

@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 
+#include <filesystem>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -21,6 +22,7 @@
 namespace FTS {
 namespace {
 
+using ::testing::EndsWith;
 using ::testing::HasSubstr;
 using ::testing::Not;
 
@@ -266,6 +268,14 @@ TEST_F(TestModesTest, ExitStatusEndsAt125) {
   for (int i = 0; i < 130; ++i) list += "missing.xml\n";
   EXPECT_EQ(Run(list), 125);
   EXPECT_THAT(Summary(), HasSubstr("Number of Errors: 130\n"));
+}
+
+TEST_F(TestModesTest, ReportsThatDoNotFitAreTold) {
+  std::filesystem::create_symlink("/dev/full", folder.Path("TestResults.txt"));
+  std::filesystem::create_symlink("/dev/full", folder.Path("TestSummary.txt"));
+  EXPECT_EQ(Run("missing.xml\n"), 1);
+  EXPECT_THAT(streams.Errors(), EndsWith("Cannot write the whole of file: TestResults.txt\n"
+                                         "Cannot write the whole of file: TestSummary.txt\n"));
 }
 
 TEST_F(TestModesTest, SilentRunWritesFilesOnly) {

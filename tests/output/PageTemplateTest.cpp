@@ -1,8 +1,11 @@
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <string>
+#include <vector>
 
 #include "app/Config.h"
+#include "app/DiagnosticLog.h"
 #include "app/ProgramPath.h"
 #include "output/PageTemplate.h"
 #include "support/CapturedStreams.h"
@@ -35,6 +38,15 @@ TEST_F(PageTemplateTest, SilentRunSaysNothing) {
   WriteZip(folder.Path("FTOutput.zip"), {{"FTOutput/css/a.css", "body {}"}});
   UnpackPageTemplate(folder.Path("results"));
   EXPECT_EQ(streams.Output(), "");
+}
+
+TEST_F(PageTemplateTest, FileThatDoesNotFitIsAnError) {
+  WriteZip(folder.Path("FTOutput.zip"), {{"a.css", "body {}"}});
+  folder.Write("results/b", "");
+  std::filesystem::create_symlink("/dev/full", folder.Path("results/a.css"));
+  UnpackPageTemplate(folder.Path("results"));
+  EXPECT_EQ(DiagnosticLog::Instance().Errors(),
+            std::vector{"Cannot write the whole of file: " + folder.Path("results/a.css")});
 }
 
 TEST_F(PageTemplateTest, MissingArchiveIsTold) {

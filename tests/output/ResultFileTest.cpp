@@ -1,8 +1,12 @@
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <limits>
+#include <memory>
 #include <string>
+#include <vector>
 
+#include "app/DiagnosticLog.h"
 #include "output/ResultFile.h"
 #include "support/ProcessStateTest.h"
 #include "support/TemporaryFolder.h"
@@ -13,6 +17,16 @@ namespace {
 
 class ResultFileTest : public ProcessStateTest {
  protected:
+  using Texts = std::vector<std::string>;
+
+  /// A file that opens and takes nothing.
+  std::string FullFile() const {
+    std::filesystem::create_symlink("/dev/full", folder.Path("full"));
+    return folder.Path("full");
+  }
+
+  static const Texts& Errors() { return DiagnosticLog::Instance().Errors(); }
+
   TemporaryFolder folder;
   ResultFile file;
 };
@@ -64,6 +78,38 @@ TEST_F(ResultFileTest, FileThatCannotBeMadeTakesTextsInSilence) {
   file << "lost" << 1 << 2.0;
   file.Close();
   EXPECT_FALSE(folder.Contains("missing"));
+  EXPECT_EQ(Errors(), Texts());
+}
+
+TEST_F(ResultFileTest, FileThatTakesNothingIsOneError) {
+  const std::string path = FullFile();
+  ASSERT_TRUE(file.Open(path));
+  for (int i = 0; i < 300000; ++i) file << "more than one piece ";
+  file.Close();
+  file.Close();
+  EXPECT_EQ(Errors(), Texts{"Cannot write the whole of file: " + path});
+}
+
+TEST_F(ResultFileTest, RestThatDoesNotFitIsAnErrorAtTheEndOfTheObject) {
+  const std::string path = FullFile();
+  auto local = std::make_unique<ResultFile>();
+  ASSERT_TRUE(local->Open(path));
+  *local << "rest";
+  EXPECT_EQ(Errors(), Texts());
+  local.reset();
+  EXPECT_EQ(Errors(), Texts{"Cannot write the whole of file: " + path});
+}
+
+TEST_F(ResultFileTest, FileThatDoesNotFitIsToldBeforeTheNextIsOpened) {
+  const std::string path = FullFile();
+  ASSERT_TRUE(file.Open(path));
+  file << "lost";
+  ASSERT_TRUE(file.Open(folder.Path("b")));
+  EXPECT_EQ(Errors(), Texts{"Cannot write the whole of file: " + path});
+  file << "kept";
+  file.Close();
+  EXPECT_EQ(folder.Read("b"), "kept");
+  EXPECT_EQ(Errors().size(), 1u);
 }
 
 TEST_F(ResultFileTest, FileThatCannotBeMadeLeavesNothingForTheNext) {

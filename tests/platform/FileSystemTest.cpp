@@ -5,6 +5,7 @@
 
 #include "platform/FileSystem.h"
 #include "support/CaseName.h"
+#include "support/FileSizeLimit.h"
 #include "support/ProcessStateTest.h"
 #include "support/TemporaryFolder.h"
 
@@ -187,6 +188,17 @@ TEST_F(FileSystemTest, EmptyFileReadsEmpty) {
 TEST_F(FileSystemTest, MissingFileOrFolderReadsAsNone) {
   EXPECT_EQ(ReadWholeFile(folder.Path("missing")), std::nullopt);
   EXPECT_EQ(ReadWholeFile(folder.Path()), std::nullopt);
+}
+
+TEST_F(FileSystemTest, ContentThatDoesNotFitLeavesTheFileThatIsThere) {
+  const std::string path = folder.Write("state", "the state before");
+  {
+    const FileSizeLimit limit(100);
+    EXPECT_FALSE(ReplaceFile(path, std::string(101, 'x')));
+    EXPECT_TRUE(ReplaceFile(folder.Path("other"), std::string(100, 'x')));
+  }
+  EXPECT_EQ(folder.Read("state"), "the state before");
+  EXPECT_FALSE(folder.Contains("state.tmp"));
 }
 
 }  // namespace

@@ -1,4 +1,8 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
 #include <string>
+#include <vector>
 
 #include "platform/ZipArchive.h"
 #include "support/ProcessStateTest.h"
@@ -15,6 +19,10 @@ class ZipArchiveTest : public ProcessStateTest {
     return folder.Path("a.vtnx");
   }
 
+  int Unpack(const std::string& archive, const std::string& target) {
+    return UnpackArchive(archive, target, cutShort);
+  }
+
   /// The position of an archive's structure with that signature.
   static std::size_t Find(const std::string& bytes, const char* signature) {
     const std::size_t position = bytes.find(signature);
@@ -23,6 +31,7 @@ class ZipArchiveTest : public ProcessStateTest {
   }
 
   TemporaryFolder folder;
+  std::vector<std::string> cutShort;
 };
 
 /// Where the structures of an archive begin, and where in them things stand.
@@ -55,7 +64,7 @@ TEST_F(ZipArchiveTest, LargeEntryIsUnpackedWhole) {
 TEST_F(ZipArchiveTest, AllEntriesAreUnpackedWithTheirFolders) {
   const std::string archive =
       Archive({{"pages/", ""}, {"pages/css/a.css", "body {}"}, {"b.js", "var b;"}, {"empty", ""}});
-  EXPECT_EQ(UnpackArchive(archive, folder.Path("out")), ZipOk);
+  EXPECT_EQ(Unpack(archive, folder.Path("out")), ZipOk);
   EXPECT_EQ(folder.Read("out/pages/css/a.css"), "body {}");
   EXPECT_EQ(folder.Read("out/b.js"), "var b;");
   EXPECT_TRUE(folder.Contains("out/empty"));
@@ -63,21 +72,35 @@ TEST_F(ZipArchiveTest, AllEntriesAreUnpackedWithTheirFolders) {
 
 TEST_F(ZipArchiveTest, FilesThatAreThereAreReplaced) {
   folder.Write("b.js", "an older and longer text");
-  EXPECT_EQ(UnpackArchive(Archive({{"b.js", "var b;"}}), folder.Path()), ZipOk);
+  EXPECT_EQ(Unpack(Archive({{"b.js", "var b;"}}), folder.Path()), ZipOk);
   EXPECT_EQ(folder.Read("b.js"), "var b;");
+}
+
+TEST_F(ZipArchiveTest, FilesThatDoNotFitAreTold) {
+  std::filesystem::create_symlink("/dev/full", folder.Path("b.js"));
+  const std::string archive = Archive({{"a.js", "var a;"}, {"b.js", "var b;"}, {"c.js", "var c;"}});
+  EXPECT_EQ(Unpack(archive, folder.Path()), ZipOk);
+  EXPECT_EQ(cutShort, std::vector{folder.Path("b.js")});
+  EXPECT_EQ(folder.Read("c.js"), "var c;");
+}
+
+TEST_F(ZipArchiveTest, FolderInPlaceOfAFileIsPassedOver) {
+  std::filesystem::create_directory(folder.Path("b.js"));
+  EXPECT_EQ(Unpack(Archive({{"b.js", "var b;"}}), folder.Path()), ZipOk);
+  EXPECT_EQ(cutShort, std::vector<std::string>());
 }
 
 TEST_F(ZipArchiveTest, EntriesThatLeadOutsideArePassedOver) {
   const std::string archive =
       Archive({{"../outside", "x"}, {"/tmp/vtn-outside", "x"}, {"inside", "i"}});
-  EXPECT_EQ(UnpackArchive(archive, folder.Path("out")), ZipOk);
+  EXPECT_EQ(Unpack(archive, folder.Path("out")), ZipOk);
   EXPECT_EQ(folder.Read("out/inside"), "i");
   EXPECT_FALSE(folder.Contains("outside"));
 }
 
 TEST_F(ZipArchiveTest, UnpackingTellsThatThereIsNoArchive) {
-  EXPECT_EQ(UnpackArchive(folder.Path("missing.zip"), folder.Path("out")), ZipNoArchive);
-  EXPECT_EQ(UnpackArchive(folder.Write("text.zip", "no archive"), folder.Path()), ZipNoArchive);
+  EXPECT_EQ(Unpack(folder.Path("missing.zip"), folder.Path("out")), ZipNoArchive);
+  EXPECT_EQ(Unpack(folder.Write("text.zip", "no archive"), folder.Path()), ZipNoArchive);
 }
 
 TEST_F(ZipArchiveTest, UnpackingTellsThatTheListOfEntriesIsBroken) {
@@ -90,7 +113,7 @@ TEST_F(ZipArchiveTest, UnpackingTellsThatTheListOfEntriesIsBroken) {
     std::string broken = bytes;
     broken[entry] = 'X';
     folder.Write("a.vtnx", broken);
-    EXPECT_EQ(UnpackArchive(archive, folder.Path("out")), 0x80000) << entry;
+    EXPECT_EQ(Unpack(archive, folder.Path("out")), 0x80000) << entry;
   }
   EXPECT_EQ(folder.Read("out/a.js"), "var a;");  // Which stands before the second.
   EXPECT_FALSE(folder.Contains("out/b.js"));
@@ -99,7 +122,7 @@ TEST_F(ZipArchiveTest, UnpackingTellsThatTheListOfEntriesIsBroken) {
 TEST_F(ZipArchiveTest, ArchiveOfNothingIsUnpacked) {
   // The end of the list alone; the library doesn't look for it at the very start of a file.
   folder.Write("a.zip", "text" + std::string("PK\x05\x06") + std::string(18, '\0'));
-  EXPECT_EQ(UnpackArchive(folder.Path("a.zip"), folder.Path("out")), ZipOk);
+  EXPECT_EQ(Unpack(folder.Path("a.zip"), folder.Path("out")), ZipOk);
 }
 
 TEST_F(ZipArchiveTest, EmptyEntryIsFound) {
