@@ -2,7 +2,8 @@
 // time, and the diagnostic coverage of events.
 // The models assume that all parameters are stored; one that is missing enters the formulas as
 // -1.0. Coverage assumes nothing about the graph, changes `coverage` of events only, and meets each
-// node once per safety mechanism, children in their order: an event hears of each mechanism once.
+// node once per safety mechanism, children in their order: an event hears of each mechanism once. A
+// mechanism is a deviation, however many proxies in the component's expressions name it.
 
 #include <algorithm>
 #include <cmath>
@@ -220,7 +221,8 @@ class CoverageWalk {
   explicit CoverageWalk(const Hazard& initHazard) : hazard(initHazard.name) {}
 
   void Visit(FaultTreeNode& node, const Mechanism& mechanism) {
-    if (met[mechanism.get()].insert(&node).second) node.TakeCoverage(*this, mechanism);
+    const InputDeviation* const record = mechanism ? mechanism->deviation.get() : nullptr;
+    if (met[record].insert(&node).second) node.TakeCoverage(*this, mechanism);
   }
 
   void VisitChildren(FaultTreeNode& node, const Mechanism& mechanism) {
@@ -232,7 +234,7 @@ class CoverageWalk {
  private:
   const std::string hazard;
   // The nodes met, by mechanism. Looked up only, never walked.
-  std::unordered_map<const InputDeviationProxy*, std::unordered_set<const FaultTreeNode*>> met;
+  std::unordered_map<const InputDeviation*, std::unordered_set<const FaultTreeNode*>> met;
 };
 
 void FaultTreeNode::ApplyDiagnosticCoverage(const Hazard& hazard,
@@ -268,6 +270,8 @@ void BasicEvent::TakeCoverage(CoverageWalk& walk,
     entry = mechanism;
     return;
   }
+  // Hazards of one name walk to the event one after the other.
+  if (present->deviation == mechanism->deviation) return;
   const double presentCoverage = present->GetCoverage(hazard);
   DiagnosticLog::Instance().AddWarning(
       "Basic event " + GetFullName() + " already has diagnostic coverage " +

@@ -124,6 +124,33 @@ TEST_F(DiagnosticCoverageTest, EventHearsOfAMechanismOnceHoweverManyPathsLeadToI
   EXPECT_THAT(Warnings(), IsEmpty());
 }
 
+TEST_F(DiagnosticCoverageTest, DeviationThatIsNamedTwiceIsOneMechanism) {
+  builder.Define("again", parts.Input(component, "late", "p"));
+  Cover("p", 90.0, "OR(B, C)");
+  Proxy("again").AddChild(builder.Tree("AND(B, D)"));
+  Apply("OR(p, again)");
+  for (const char* event : {"B", "C", "D"}) EXPECT_EQ(MechanismOf(event), "late-Main::A.p");
+  EXPECT_THAT(Warnings(), IsEmpty());
+}
+
+TEST_F(DiagnosticCoverageTest, MechanismsBehindADeviationThatIsNamedTwiceAreToldOnce) {
+  builder.Define("again", parts.Input(component, "late", "p"));
+  Cover("p", 90.0, "B");
+  Cover("q", 99.0, "B");
+  Proxy("again").AddChild(builder.Tree("B"));
+  Apply("OR(p, q, again)");
+  EXPECT_EQ(MechanismOf("B"), "late-Main::A.q");
+  EXPECT_EQ(Warnings().size(), 1U);
+}
+
+TEST_F(DiagnosticCoverageTest, WalkForAnotherTreeOfTheHazardTellsNothingNew) {
+  Cover("p", 90.0, "B");
+  Apply("OR(p, C)");
+  Apply("OR(p, D)");
+  EXPECT_EQ(MechanismOf("B"), "late-Main::A.p");
+  EXPECT_THAT(Warnings(), IsEmpty());
+}
+
 TEST_F(DiagnosticCoverageTest, PartThatIsReachedWithAndWithoutAMechanismIsCovered) {
   Cover("p", 90.0, "G=OR(B, C)");
   Apply("OR(G, p)");

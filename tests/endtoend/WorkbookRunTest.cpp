@@ -210,6 +210,25 @@ TEST_F(CommonLogicTest, IsCoveredForEachGoalWhereANegationGivesTreesOfTheirOwn) 
   ExpectBothGoals("0.95", "0.736842");
 }
 
+TEST_F(CommonLogicTest, DeviationThatIsNamedTwiceIsOneMechanism) {
+  const ProgramRun run = Run(GuardedModel("(Omission-in AND noise) + stuck"),
+                             {"outputtype=ISO", "isomode", "contract=false"});
+  ExpectBothGoals("0.7", "1");
+  EXPECT_THAT(run.errors, Not(HasSubstr("already has diagnostic coverage")));
+}
+
+TEST_F(CommonLogicTest, DeviationThatIsNamedInTwoOutputsIsOneMechanism) {
+  std::string model = GuardedModel("stuck");
+  const std::string logic = "<Logic>Omission-Guard.out</Logic>";
+  for (std::size_t at = 0; (at = model.find(logic, at)) != std::string::npos; ++at) {
+    model.replace(at, logic.size(), "<Logic>Omission-Guard.out OR Late-Guard.out</Logic>");
+  }
+  model.insert(model.rfind("</OutputDeviations>"), XmlDeviation("Late-out", "Omission-in"));
+  const ProgramRun run = Run(model, {"outputtype=ISO", "isomode"});
+  ExpectBothGoals("0.7", "1");
+  EXPECT_THAT(run.errors, Not(HasSubstr("already has diagnostic coverage")));
+}
+
 /// The example with two safety goals, whose metrics its text works out.
 class PowerSteeringTest : public WorkbookRunTest {
  protected:
