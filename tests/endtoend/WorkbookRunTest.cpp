@@ -1,9 +1,12 @@
 #include <gmock/gmock.h>
 
+#include <filesystem>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "support/MeasuredRun.h"
+#include "support/ModelGenerators.h"
 #include "support/ModelXml.h"
 #include "support/ProcessStateTest.h"
 #include "support/ProgramRun.h"
@@ -115,6 +118,21 @@ TEST_F(WorkbookRunTest, TwoHundredTreesHaveASheetEach) {
   EXPECT_EQ(Count(folder.Read(Results), "<Worksheet "), TreeCount + 3);
   EXPECT_EQ(Count(folder.Read(Metrics), "<Worksheet "), TreeCount + 1);
   EXPECT_EQ(Count(folder.Read(Results), "<Cell ss:StyleID=\"hyperlinkLeftAllBorders\""), TreeCount);
+}
+
+TEST_F(WorkbookRunTest, TakesNoMemoryForWhatIsWritten) {
+  constexpr int Events = 142;  // Under each of two ORs: 20,164 cut sets.
+  constexpr long long MostKilobytes = 8'000;
+  const std::string model = folder.Write("m.xml", TwoOrs(Events, Events).Xml());
+  const auto run = [&](const std::string& type) {
+    return RunMeasured({model, "outputdir=" + folder.Path(), "outputtype=" + type});
+  };
+  const MeasuredRun without = run("NONE");
+  const MeasuredRun with = run("EXCEL,ISO");
+  EXPECT_LT(with.peakKilobytes, without.peakKilobytes + MostKilobytes);
+  // Or else it could be kept whole without being seen.
+  EXPECT_GT(std::filesystem::file_size(folder.Path(Results)), MostKilobytes * 3'000);
+  EXPECT_EQ(with.run.exitStatus, 0);
 }
 
 TEST_F(WorkbookRunTest, ModelWithoutFailureRatesHasNoMetrics) {
