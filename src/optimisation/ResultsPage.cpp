@@ -29,7 +29,7 @@ void GA::WriteResultsPage(const std::string& resultsFolder) const {
   out << "</head>\n"
       << "<body class=\"tableHeader\" onload=\"\n"
       << "menuTransform('" << run << ".xml','Optimisation Results');\n"
-      << "optimisationTransform('" << run << ".xml', '', '');\n"
+      << "optimisationTransform('" << run << ".xml','', '');\n"
       << "optimisationSummaryTransform('" << run << ".xml');\n"
       << "\">\n"
       << "<table id=\"BodyTable\" cellspacing=\"0\">\n"

@@ -76,7 +76,7 @@ TEST_F(SearchRunTest, PageHasItsLinesInOrder) {
                 "</head>\n<body class=\"tableHeader\" onload=\"\n"
                 "menuTransform('" +
                 name + ".xml','Optimisation Results');\noptimisationTransform('" + name +
-                ".xml', '', '');\noptimisationSummaryTransform('" + name +
+                ".xml','', '');\noptimisationSummaryTransform('" + name +
                 ".xml');\n\">\n<table id=\"BodyTable\" cellspacing=\"0\">\n"
                 "<tr><td><div id=\"MenuHeader\">\n</div></td></tr>\n"
                 "<tr>\n<td>\n<div id=\"OverviewSpace\">\n</div>\n</td>\n</tr>\n"
