@@ -88,6 +88,7 @@ TEST_F(SafetyAllocationsTest, AllocationsStandInTheirOrderWithLevelsAndCost) {
 // The combined file has had the other order from its first version on.
 TEST_F(SafetyAllocationsTest, BlockStandsBeforeWarningsOnlyInTheFileOfTrees) {
   Allocate(1, 1);
+  Config::Instance().runSilent = false;  // A silent run keeps no warnings.
   DiagnosticLog::Instance().AddWarning("Something");
   EXPECT_THAT(Trees(), HasSubstr("</SafetyAllocations><WarningList>"));
   EXPECT_THAT(Results(), HasSubstr("</WarningList><SafetyAllocations>"));
