@@ -26,6 +26,14 @@ constexpr int Levels = 5;
 
 std::int32_t RandomLevel() { return RandomIndex(Levels); }
 
+std::int32_t ReadLevel(XmlElement element, const BasicEvent& event) {
+  constexpr std::int32_t Lowest = -1;
+  constexpr std::int32_t Highest = 5;  // Which costs, but is not drawn.
+  const std::int32_t level = RequiredInteger(element, "SafetyRequirement");
+  if (level >= Lowest && level <= Highest) return level;
+  RefuseEncoding(element, EventText(event) + " has the level " + std::to_string(level));
+}
+
 std::string EventText(const BasicEvent& event) {
   const std::shared_ptr<Component> owner = event.owner.lock();
   return owner ? owner->GetFullNameText() + ":" + event.name : event.name;
@@ -42,10 +50,18 @@ FixedASILEncodingNode::FixedASILEncodingNode(std::string initName, double initPr
                                              std::int32_t initLevel)
     : name(std::move(initName)), prime(initPrime), level(initLevel) {}
 
-FixedASILEncodingNode::FixedASILEncodingNode(XmlElement element)
-    : name(RequiredText(RequiredChild(element, "Component"), "Name")),
-      prime(RequiredDouble(RequiredChild(element, "Component"), "ID")),
-      level(RequiredInteger(RequiredChild(element, "Component"), "SafetyRequirement")) {}
+FixedASILEncodingNode::FixedASILEncodingNode(const BasicEvent& event, XmlElement element)
+    : FixedASILEncodingNode(EventText(event), event.prime, 0) {
+  const XmlElement component = RequiredChild(element, "Component");
+  const std::string text = RequiredText(component, "Name");
+  if (text != name) RefuseEncoding(component, text + " stands in the place of " + name);
+  const double id = RequiredDouble(component, "ID");
+  if (id != prime) {
+    RefuseEncoding(component,
+                   name + " has the ID " + PrimeText(id) + ", in the model " + PrimeText(prime));
+  }
+  level = ReadLevel(component, event);
+}
 
 std::string FixedASILEncodingNode::GetName() const {
   const std::size_t colon = name.rfind(':');
@@ -74,8 +90,11 @@ FixedASILEncoding::FixedASILEncoding(Model& initModel, bool buildNodes)
 
 FixedASILEncoding::FixedASILEncoding(Model& initModel, XmlElement element)
     : type(EncodingType::FixedAsil), model(&initModel) {
-  for (XmlElement item = element.FirstChild(); item; item = item.NextSibling()) {
-    nodes.push_back(std::make_unique<FixedASILEncodingNode>(item));
+  RequireChildren(element, model->basicEvents.size(), "events");
+  XmlElement item = element.FirstChild();
+  for (const auto& [prime, event] : model->basicEvents) {
+    nodes.push_back(std::make_unique<FixedASILEncodingNode>(*event, item));
+    item = item.NextSibling();
   }
 }
 

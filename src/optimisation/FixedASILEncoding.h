@@ -16,8 +16,9 @@ class FixedASILEncodingNode : public IPrintable {
   /// A random level, told on standard output.
   explicit FixedASILEncodingNode(const BasicEvent& event);
   FixedASILEncodingNode(std::string initName, double initPrime, std::int32_t initLevel);
-  /// From a saved search. Throws `VtnException` naming what is missing.
-  explicit FixedASILEncodingNode(XmlElement element);
+  /// From a saved search, for that event. Throws `VtnException` naming what is missing or does not
+  /// fit the model.
+  FixedASILEncodingNode(const BasicEvent& event, XmlElement element);
 
   /// What stands behind the last colon of the event's text, "None" without one.
   std::string GetName() const;
@@ -35,7 +36,8 @@ class FixedASILEncoding : public IPrintable, public Encoding {
  public:
   /// With random levels, or without any.
   FixedASILEncoding(Model& initModel, bool buildNodes);
-  /// From the element "FixedASILEncoding" of a saved search.
+  /// From the element "FixedASILEncoding" of a saved search. Throws `VtnException` when it does not
+  /// fit the model.
   FixedASILEncoding(Model& initModel, XmlElement element);
   ~FixedASILEncoding() override;
 
@@ -47,7 +49,7 @@ class FixedASILEncoding : public IPrintable, public Encoding {
   /// Null when the other is of another form.
   std::unique_ptr<Encoding> Crossover(const Encoding& other) const override;
   std::unique_ptr<Encoding> Clone() const override;
-  /// Events that the target lacks are passed over.
+  /// Events that another model than the own one lacks are passed over.
   void Apply(Model& target) const override;
   bool Equals(const Encoding& other) const override;
   bool IsValid() const override { return true; }
@@ -67,6 +69,10 @@ class FixedASILEncoding : public IPrintable, public Encoding {
 
 /// A level from 0 to 4.
 std::int32_t RandomLevel();
+
+/// The level in an element of a saved search. Throws `VtnException` for what is none; -1 stands for
+/// an event without a level.
+std::int32_t ReadLevel(XmlElement element, const BasicEvent& event);
 
 /// The text by which encodings name an event.
 std::string EventText(const BasicEvent& event);

@@ -12,7 +12,6 @@
 #include "model/Perspective.h"
 #include "model/PrintLine.h"
 #include "model/Subsystem.h"
-#include "model/VtnException.h"
 #include "optimisation/Choices.h"
 #include "optimisation/DesignComponents.h"
 #include "optimisation/Random.h"
@@ -29,6 +28,9 @@ bool ComesBefore(std::int32_t left, std::int32_t right) {
   return left < right;
 }
 
+/// How many replicas a component has room for.
+int SlotsOf(const Component& component) { return std::max(component.maxReplicants + 1, 0); }
+
 }  // namespace
 
 FixedEncodingNode::FixedEncodingNode(FixedEncoding& initEncoding, std::string initComponentName,
@@ -37,7 +39,7 @@ FixedEncodingNode::FixedEncodingNode(FixedEncoding& initEncoding, std::string in
   const Component& component = FindDesignComponent(*encoding->GetModel(), componentName);
   implementationCount = static_cast<std::int32_t>(component.implementations.size());
   if (skipGenes) return;
-  const int slots = std::max(component.maxReplicants + 1, 0);
+  const int slots = SlotsOf(component);
   if (slots == 0) return;
   const int filled = RandomIndex(slots) + 1;
   for (int i = 0; i < slots; ++i) genes.push_back(i < filled ? RandomGene() : 0);
@@ -52,14 +54,21 @@ FixedEncodingNode::FixedEncodingNode(FixedEncoding& initEncoding, const FixedEnc
   SortGenes();
 }
 
-FixedEncodingNode::FixedEncodingNode(FixedEncoding& initEncoding, XmlElement element)
+FixedEncodingNode::FixedEncodingNode(FixedEncoding& initEncoding, const std::string& expectedName,
+                                     XmlElement element)
     : componentName(RequiredText(RequiredChild(element, "Component"), "Name")),
       encoding(&initEncoding) {
+  if (componentName != expectedName) {
+    RefuseEncoding(element, componentName + " stands in the place of " + expectedName);
+  }
   const Component& component = FindDesignComponent(*encoding->GetModel(), componentName);
   implementationCount = static_cast<std::int32_t>(component.implementations.size());
   const XmlElement implementations = RequiredChild(element, "Implementations");
+  RequireChildren(implementations, static_cast<std::size_t>(SlotsOf(component)),
+                  "genes of " + componentName);
   for (XmlElement item = implementations.FirstChild(); item; item = item.NextSibling()) {
     const std::int32_t gene = RequiredInteger(item, "Index");
+    if (gene < 0) RefuseEncoding(item, "a gene of " + componentName + " is negative");
     if (gene > implementationCount) {
       std::cout << "Error processing encoding: index bit is out of range for model\n";
     }
@@ -149,13 +158,11 @@ FixedEncoding::FixedEncoding(Model& initModel, bool buildNodes)
 
 FixedEncoding::FixedEncoding(Model& initModel, XmlElement element)
     : type(EncodingType::Fixed), model(&initModel) {
-  for (XmlElement item = element.FirstChild(); item; item = item.NextSibling()) {
-    nodes.push_back(std::make_unique<FixedEncodingNode>(*this, item));
-  }
-  if (nodes.size() != model->configurableComponents.size()) {
-    throw VtnException("Encoding in saved state does not fit the model: it has " +
-                       std::to_string(nodes.size()) + " components, the model " +
-                       std::to_string(model->configurableComponents.size()));
+  RequireChildren(element, model->configurableComponents.size(), "components");
+  XmlElement item = element.FirstChild();
+  for (const auto& component : model->configurableComponents) {
+    nodes.push_back(std::make_unique<FixedEncodingNode>(*this, component->GetFullNameText(), item));
+    item = item.NextSibling();
   }
 }
 

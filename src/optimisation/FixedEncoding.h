@@ -22,9 +22,11 @@ class FixedEncodingNode : public IPrintable {
   FixedEncodingNode(FixedEncoding& initEncoding, std::string initComponentName, bool skipGenes);
   /// A copy for another encoding.
   FixedEncodingNode(FixedEncoding& initEncoding, const FixedEncodingNode& source);
-  /// From a saved search. Throws `VtnException` naming what is missing. A gene above the number of
-  /// implementations is told on standard output and kept.
-  FixedEncodingNode(FixedEncoding& initEncoding, XmlElement element);
+  /// From a saved search, for that component. Throws `VtnException` naming what is missing or does
+  /// not fit the model. A gene above the number of implementations is told on standard output and
+  /// kept.
+  FixedEncodingNode(FixedEncoding& initEncoding, const std::string& expectedName,
+                    XmlElement element);
 
   void Print(std::ostream& stream, int indent) const override;
   bool Mutate(double rate);

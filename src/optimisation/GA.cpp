@@ -132,9 +132,10 @@ void GA::CountFailure(int& failures) {
 }
 
 void GA::AddRandomIndividual() {
+  const std::int32_t type = savedType.value_or(Config::Instance().encodingType);
   int failures = 0;
   while (true) {
-    auto individual = std::make_unique<Individual>(*this, Config::Instance().encodingType, nullptr);
+    auto individual = std::make_unique<Individual>(*this, type, nullptr);
     if (individual->Evaluate()) {
       uncheckedPopulation.push_back(std::move(individual));
       return;

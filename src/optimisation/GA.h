@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -88,17 +89,28 @@ class GA {
 
   /// The same candidate by candidate: adds a random design that can be built.
   void AddRandomIndividual();
+  /// Where the reading of a saved search is.
+  struct StateReading {
+    std::string path;
+    std::size_t held = 0;     ///< Individuals met.
+    std::size_t refused = 0;  ///< Of these.
+  };
   /// Reads what all kinds share of a saved search. Throws `VtnException` naming what is missing.
-  void ReadState(XmlElement element, const std::string& path);
+  void ReadState(XmlElement element, StateReading& reading);
   /// Adds the members of the element, telling each; nothing for no element. Those that cannot be
-  /// read are told and left out.
+  /// read or do not fit the model are told and left out, and so are those of another form than the
+  /// first one: they could not be crossed with it.
   std::vector<std::unique_ptr<Individual>> ReadIndividuals(XmlElement element,
-                                                           const std::string& place);
+                                                           const std::string& place,
+                                                           StateReading& reading);
+  /// Throws `VtnException` when there were individuals and none of them was taken.
+  static void FinishReading(const StateReading& reading);
   void ReportLoaded(long long start, std::size_t individuals, std::size_t undominated) const;
   /// Counts tries that gave no design, and throws `VtnException` at the limit.
   static void CountFailure(int& failures);
 
  private:
+  void CheckForm(XmlElement individual) const;
   void RunGenerations(long long sessionStart);
   void PrintStatus(long long generationStart, long long sessionStart) const;
   void PrintEnd(float sessionTime) const;
@@ -106,6 +118,9 @@ class GA {
   std::string ResultsFolder() const;
   void WriteResultsPage(const std::string& resultsFolder) const;
   void WriteModelScript() const;
+
+  /// The type of the individuals of a saved search, which is then that of random ones, too.
+  std::optional<std::int32_t> savedType;
 };
 
 /// The search that a saved state describes, of the kind that wrote it. Throws `VtnException` when

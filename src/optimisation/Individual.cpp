@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <iostream>
+#include <limits>
 #include <optional>
 #include <utility>
 
@@ -31,6 +32,15 @@ ProcessState& TheState() {
   return state;
 }
 
+constexpr std::int32_t LastId = std::numeric_limits<std::int32_t>::max();
+
+/// The next id. The last one is never given out, since there would be none behind it.
+std::int32_t TakeId() {
+  std::int32_t& next = TheState().nextId;
+  if (next == LastId) throw VtnException("No ids are left for further individuals.");
+  return next++;
+}
+
 /// On how many objectives each of two individuals is at least as good as the other.
 struct Score {
   std::size_t left = 0;
@@ -49,7 +59,7 @@ struct Score {
 
 Individual::Individual(GA& initGa, std::int32_t encodingType,
                        std::unique_ptr<Encoding> initEncoding)
-    : encoding(std::move(initEncoding)), individualId(TheState().nextId++), ga(&initGa) {
+    : encoding(std::move(initEncoding)), individualId(TakeId()), ga(&initGa) {
   if (!encoding) encoding = CreateEncoding(*ga->model, encodingType);
 }
 
@@ -58,7 +68,7 @@ Individual::Individual(GA& initGa, std::unique_ptr<Encoding> initEncoding, std::
 
 Individual::Individual(GA& initGa, XmlElement element)
     : encoding(LoadEncoding(*initGa.model, RequiredChild(element, "Encoding"))),
-      individualId(RequiredInteger(element, "IndividualID")),
+      individualId(RequiredInteger(element, "IndividualID", LastId - 1)),
       ga(&initGa) {
   const XmlElement values = RequiredChild(element, "Evaluations");
   for (XmlElement item = values.FirstChild(); item; item = item.NextSibling()) {

@@ -2,20 +2,32 @@
 
 #include "optimisation/ModelEncodings.h"
 
-#include <utility>
+#include <algorithm>
+#include <array>
+#include <string>
 
 #include "app/Config.h"
 #include "model/Component.h"
 #include "model/Model.h"
 #include "model/Perspective.h"
 #include "model/Subsystem.h"
-#include "model/VtnException.h"
 #include "optimisation/FixedASILEncoding.h"
 #include "optimisation/FixedEncoding.h"
+#include "optimisation/SavedStateText.h"
 #include "optimisation/TreeASILEncoding.h"
 #include "optimisation/TreeEncoding.h"
 
 namespace FTS {
+
+namespace {
+
+// Where an element holds several, the first one of this table counts.
+constexpr std::array<EncodingForm, 4> Forms = {{{"FixedEncoding", EncodingType::Fixed},
+                                                {"TreeEncoding", EncodingType::Tree},
+                                                {"FixedASILEncoding", EncodingType::FixedAsil},
+                                                {"TreeASILEncoding", EncodingType::TreeAsil}}};
+
+}  // namespace
 
 std::unique_ptr<Encoding> Model::CreateFixedEncoding() {
   return std::make_unique<FixedEncoding>(*this, true);
@@ -88,21 +100,26 @@ std::unique_ptr<Encoding> CreateEncoding(Model& model, std::int32_t type) {
   }
 }
 
+const EncodingForm& FormOf(XmlElement element) {
+  for (const EncodingForm& form : Forms) {
+    if (element.FirstChild(form.element)) return form;
+  }
+  ThrowMissing(element, "FixedEncoding, TreeEncoding, FixedASILEncoding or TreeASILEncoding");
+}
+
 std::unique_ptr<Encoding> LoadEncoding(Model& model, XmlElement element) {
-  if (const XmlElement fixed = element.FirstChild("FixedEncoding")) {
-    return model.LoadFixedEncoding(fixed);
+  const EncodingForm& form = FormOf(element);
+  const XmlElement encoding = element.FirstChild(form.element);
+  switch (form.type) {
+    case EncodingType::Fixed:
+      return model.LoadFixedEncoding(encoding);
+    case EncodingType::FixedAsil:
+      return model.LoadFixedASILEncoding(encoding);
+    case EncodingType::TreeAsil:
+      return std::make_unique<TreeASILEncoding>(model, encoding);
+    default:
+      return model.LoadTreeEncoding(encoding);
   }
-  if (const XmlElement tree = element.FirstChild("TreeEncoding")) {
-    return model.LoadTreeEncoding(tree);
-  }
-  if (const XmlElement levels = element.FirstChild("FixedASILEncoding")) {
-    return model.LoadFixedASILEncoding(levels);
-  }
-  if (const XmlElement levels = element.FirstChild("TreeASILEncoding")) {
-    return std::make_unique<TreeASILEncoding>(model, levels);
-  }
-  throw VtnException(
-      "Missing element FixedEncoding, TreeEncoding or FixedASILEncoding in saved state");
 }
 
 }  // namespace FTS

@@ -15,6 +15,7 @@
 #include "optimisation/CoitGA.h"
 #include "optimisation/GA.h"
 #include "optimisation/Individual.h"
+#include "optimisation/ModelEncodings.h"
 #include "optimisation/NSGA.h"
 #include "optimisation/NonDominatedPopulation.h"
 #include "optimisation/Random.h"
@@ -64,9 +65,10 @@ void SetRootAttributes(const Model& model, XmlOutputElement root) {
   root.SetAttribute("versionDate", BuildDate);
 }
 
-XmlElement RequiredPart(XmlElement state, const std::string& name, const std::string& path) {
+/// A part that every saved search has, at the top of the document.
+XmlElement RequiredPart(XmlElement state, const std::string& name) {
   const XmlElement part = state.FirstChild(name);
-  if (!part) throw VtnException("Missing element " + name + " in saved state: " + path);
+  if (!part) throw VtnException("Missing element " + name + " in saved state");
   return part;
 }
 
@@ -106,34 +108,57 @@ void GA::WriteState() {
   WriteScript(stem + ".js", "OptimisationResults", text);
 }
 
-void GA::ReadState(XmlElement element, const std::string& path) {
+void GA::ReadState(XmlElement element, StateReading& reading) {
   Config& config = Config::Instance();
   if (element.FirstChild("RandomSeed")) {
     config.randomSeed = RequiredInteger(element, "RandomSeed");
   }
-  RequiredPart(element, "Generation", path);
-  generation = RequiredInteger(element, "Generation");
-  ReadEncodingType(RequiredPart(element, "EncodingType", path).Text());
-  RequiredPart(element, "TimeElapsed", path);
+  RequiredPart(element, "Generation");
+  generation = RequiredCount(element, "Generation");
+  ReadEncodingType(RequiredPart(element, "EncodingType").Text());
+  RequiredPart(element, "TimeElapsed");
   totalTime = static_cast<float>(RequiredDouble(element, "TimeElapsed"));
   uncheckedPopulation =
-      ReadIndividuals(RequiredPart(element, "UncheckedPopulation", path), "new population");
+      ReadIndividuals(RequiredPart(element, "UncheckedPopulation"), "new population", reading);
+}
+
+void GA::CheckForm(XmlElement individual) const {
+  const XmlElement encoding = RequiredChild(individual, "Encoding");
+  const EncodingForm& form = FormOf(encoding);
+  const bool hasLevels =
+      form.type == EncodingType::FixedAsil || form.type == EncodingType::TreeAsil;
+  if (Config::Instance().decomposeSILs && !hasLevels) {
+    RefuseEncoding(encoding, std::string(form.element) + " has no safety levels to search");
+  }
+  if (savedType && *savedType != form.type) {
+    RefuseEncoding(encoding, std::string(form.element) + " among individuals of another form");
+  }
 }
 
 std::vector<std::unique_ptr<Individual>> GA::ReadIndividuals(XmlElement element,
-                                                             const std::string& place) {
+                                                             const std::string& place,
+                                                             StateReading& reading) {
   std::vector<std::unique_ptr<Individual>> individuals;
   for (XmlElement item = element.FirstChild(); item; item = item.NextSibling()) {
+    ++reading.held;
     try {
+      CheckForm(item);
       individuals.push_back(std::make_unique<Individual>(*this, item));
     } catch (const VtnException& exception) {
+      ++reading.refused;
       std::cout << "Error loading individual. Not added\n";
-      std::cerr << exception.GetMessage() << '\n';
+      std::cerr << exception.GetMessage() << ": " << reading.path << '\n';
       continue;
     }
+    savedType = FormOf(item.FirstChild("Encoding")).type;
     if (!place.empty()) std::cout << "Individual loaded and added to " << place << ".\n";
   }
   return individuals;
+}
+
+void GA::FinishReading(const StateReading& reading) {
+  if (reading.held == 0 || reading.refused < reading.held) return;
+  throw VtnException("No individual of the saved state fits the model");
 }
 
 void GA::ReportLoaded(long long start, std::size_t individuals, std::size_t undominated) const {
@@ -154,11 +179,13 @@ NSGA::NSGA(Model& initModel, XmlElement element, const std::string& statePath,
     : GA(initModel, modelPath, initRunNumber),
       archive(std::make_unique<NonDominatedPopulation>(*this)) {
   const long long start = Clock::Milliseconds();
-  ReadState(element, statePath);
+  StateReading reading{statePath};
+  ReadState(element, reading);
   std::size_t loaded = uncheckedPopulation.size();
-  const auto readFrontier = [this, &loaded](XmlElement population, const std::string& place) {
+  const auto readFrontier = [this, &loaded, &reading](XmlElement population,
+                                                      const std::string& place) {
     auto frontier = std::make_unique<NonDominatedPopulation>(*this);
-    for (auto& individual : ReadIndividuals(population, place)) {
+    for (auto& individual : ReadIndividuals(population, place, reading)) {
       const std::int32_t id = individual->individualId;
       loaded += frontier->members.emplace(id, std::move(individual)).second ? 1 : 0;
     }
@@ -167,13 +194,16 @@ NSGA::NSGA(Model& initModel, XmlElement element, const std::string& statePath,
   if (const XmlElement first = element.FirstChild("NonDominatedPopulation")) {
     frontiers.push_back(readFrontier(first, "frontier rank 0"));
   }
-  const XmlElement others = RequiredPart(element, "OtherNonDominatedPopulations", statePath);
+  const XmlElement others = RequiredPart(element, "OtherNonDominatedPopulations");
   for (XmlElement item = others.FirstChild(); item; item = item.NextSibling()) {
     const std::string rank = std::to_string(frontiers.size());
     frontiers.push_back(readFrontier(item, "frontier rank " + rank));
   }
   const XmlElement archives = element.FirstChild("ArchiveNonDominatedPopulations");
-  if (archives.FirstChild()) archive = readFrontier(archives.FirstChild(), "");
+  if (archives.FirstChild()) {
+    archive = readFrontier(RequiredChild(archives, "NonDominatedPopulation"), "");
+  }
+  FinishReading(reading);
   for (const auto& frontier : frontiers) frontier->AssignCrowding();
   ReportLoaded(start, loaded, FirstFrontierSize());
 }
@@ -183,8 +213,10 @@ CoitGA::CoitGA(Model& initModel, XmlElement element, const std::string& statePat
     : GA(initModel, modelPath, initRunNumber),
       mutationCount(MutationsFor(Config::Instance().populationSize)) {
   const long long start = Clock::Milliseconds();
-  ReadState(element, statePath);
-  frontiers = ReadIndividuals(RequiredPart(element, "Population", statePath), "population");
+  StateReading reading{statePath};
+  ReadState(element, reading);
+  frontiers = ReadIndividuals(RequiredPart(element, "Population"), "population", reading);
+  FinishReading(reading);
   ReportLoaded(start, uncheckedPopulation.size() + frontiers.size(), 0);
 }
 
@@ -195,13 +227,18 @@ std::unique_ptr<GA> LoadState(Model& model, const std::string& statePath,
     throw VtnException("Cannot read saved state: " + statePath + ": " + document.ErrorText() +
                        " at line " + std::to_string(document.ErrorRow()));
   }
-  const XmlElement root = document.FirstChild("Vel-Tarn_Results");
-  if (!root) throw VtnException("Missing element Vel-Tarn_Results in saved state: " + statePath);
-  if (const XmlElement state = root.FirstChild("NSGA")) {
-    return std::make_unique<NSGA>(model, state, statePath, modelPath, runNumber);
+  try {
+    const XmlElement root = document.FirstChild("Vel-Tarn_Results");
+    if (!root) throw VtnException("Missing element Vel-Tarn_Results in saved state");
+    if (const XmlElement state = root.FirstChild("NSGA")) {
+      return std::make_unique<NSGA>(model, state, statePath, modelPath, runNumber);
+    }
+    const XmlElement state = root.FirstChild("CoitGA");
+    if (!state) throw VtnException("Missing element NSGA or CoitGA in saved state");
+    return std::make_unique<CoitGA>(model, state, statePath, modelPath, runNumber);
+  } catch (const VtnException& exception) {
+    throw VtnException(exception.GetMessage() + ": " + statePath);
   }
-  const XmlElement state = RequiredPart(root, "CoitGA", statePath);
-  return std::make_unique<CoitGA>(model, state, statePath, modelPath, runNumber);
 }
 
 }  // namespace FTS

@@ -1,6 +1,7 @@
 #include "optimisation/SavedStateText.h"
 
 #include <cctype>
+#include <charconv>
 
 #include "model/NumberText.h"
 #include "model/VtnException.h"
@@ -14,6 +15,12 @@ std::string Place(XmlElement element) {
          ")";
 }
 
+/// `what` is what stands there: "No number", for instance.
+[[noreturn]] void ThrowNumber(const std::string& what, XmlElement parent, const std::string& name,
+                              const std::string& text) {
+  throw VtnException(what + " in element " + name + " of saved state: " + text + Place(parent));
+}
+
 /// The reading of numbers takes what is none for 0, which no saved search means.
 std::string NumberText(XmlElement parent, const std::string& name) {
   std::string text = RequiredText(parent, name);
@@ -21,17 +28,19 @@ std::string NumberText(XmlElement parent, const std::string& name) {
   const bool startsLikeOne =
       text.size() > sign && (std::isdigit(static_cast<unsigned char>(text[sign])) != 0 ||
                              text[sign] == '.' || text.substr(sign) == "inf" || text == "nan");
-  if (!startsLikeOne) {
-    throw VtnException("No number in element " + name + " of saved state: " + text + Place(parent));
-  }
+  if (!startsLikeOne) ThrowNumber("No number", parent, name, text);
   return text;
 }
 
 }  // namespace
 
+void ThrowMissing(XmlElement parent, const std::string& name) {
+  throw VtnException("Missing element " + name + " in saved state" + Place(parent));
+}
+
 XmlElement RequiredChild(XmlElement parent, const std::string& name) {
   const XmlElement child = parent.FirstChild(name);
-  if (!child) throw VtnException("Missing element " + name + " in saved state" + Place(parent));
+  if (!child) ThrowMissing(parent, name);
   return child;
 }
 
@@ -39,12 +48,39 @@ std::string RequiredText(XmlElement parent, const std::string& name) {
   return std::string(RequiredChild(parent, name).Text());
 }
 
-std::int32_t RequiredInteger(XmlElement parent, const std::string& name) {
-  return ParseInteger(NumberText(parent, name));
+std::int32_t RequiredInteger(XmlElement parent, const std::string& name, std::int32_t highest) {
+  const std::string text = NumberText(parent, name);
+  const std::size_t sign = text[0] == '+' ? 1 : 0;  // Which the library does not know.
+  const char* const end = text.data() + text.size();
+  std::int32_t value = 0;
+  const auto read = std::from_chars(text.data() + sign, end, value);
+  if (read.ec == std::errc::result_out_of_range || value > highest) {
+    ThrowNumber("Number out of range", parent, name, text);
+  }
+  if (read.ec != std::errc() || read.ptr != end) ThrowNumber("No number", parent, name, text);
+  return value;
 }
 
 double RequiredDouble(XmlElement parent, const std::string& name) {
   return ParseDouble(NumberText(parent, name));
+}
+
+std::int32_t RequiredCount(XmlElement parent, const std::string& name) {
+  const std::int32_t count = RequiredInteger(parent, name);
+  if (count < 0) ThrowNumber("Negative number", parent, name, std::to_string(count));
+  return count;
+}
+
+void RefuseEncoding(XmlElement element, const std::string& reason) {
+  throw VtnException("Encoding in saved state does not fit the model: " + reason + Place(element));
+}
+
+void RequireChildren(XmlElement parent, std::size_t count, const std::string& what) {
+  std::size_t found = 0;
+  for (XmlElement item = parent.FirstChild(); item; item = item.NextSibling()) ++found;
+  if (found == count) return;
+  RefuseEncoding(parent, "it has " + std::to_string(found) + " " + what + ", the model " +
+                             std::to_string(count));
 }
 
 }  // namespace FTS

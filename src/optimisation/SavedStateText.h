@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <string>
 
 #include "platform/XmlDocument.h"
@@ -9,12 +11,27 @@ namespace FTS {
 
 // How the readers of a saved search take what they need from its elements.
 
-/// The child of that name. Throws `VtnException` "Missing element X in saved state (in Y, line N)".
+// Messages end with the place in the file; whoever knows the path puts it behind them.
+
+/// Throws `VtnException` "Missing element X in saved state (in Y, line N)".
+[[noreturn]] void ThrowMissing(XmlElement parent, const std::string& name);
+/// The child of that name. Throws as above.
 XmlElement RequiredChild(XmlElement parent, const std::string& name);
 /// Its text.
 std::string RequiredText(XmlElement parent, const std::string& name);
-/// Its text as a number. Throws `VtnException` "No number in element X of saved state: ...".
-std::int32_t RequiredInteger(XmlElement parent, const std::string& name);
+/// Its text as a number, a whole one without anything behind it in the first case. Throws
+/// `VtnException` "No number in element X of saved state: ..." or "Number out of range in ...".
+std::int32_t RequiredInteger(XmlElement parent, const std::string& name,
+                             std::int32_t highest = std::numeric_limits<std::int32_t>::max());
 double RequiredDouble(XmlElement parent, const std::string& name);
+/// A whole number that may not be negative: then it throws "Negative number in ...".
+std::int32_t RequiredCount(XmlElement parent, const std::string& name);
+
+/// The end of the reading of a design: throws `VtnException` "Encoding in saved state does not fit
+/// the model: " + reason, with the place of the element.
+[[noreturn]] void RefuseEncoding(XmlElement element, const std::string& reason);
+
+/// Refuses the encoding unless the element has that many children; `what` names them.
+void RequireChildren(XmlElement parent, std::size_t count, const std::string& what);
 
 }  // namespace FTS

@@ -1,6 +1,7 @@
 #include "optimisation/TreeASILEncoding.h"
 
 #include <algorithm>
+#include <set>
 #include <utility>
 
 #include "app/Config.h"
@@ -12,7 +13,6 @@
 #include "model/PrintLine.h"
 #include "model/Subsystem.h"
 #include "optimisation/Choices.h"
-#include "optimisation/DesignComponents.h"
 #include "optimisation/FixedASILEncoding.h"
 #include "optimisation/Random.h"
 #include "optimisation/SavedStateText.h"
@@ -22,6 +22,9 @@ namespace FTS {
 namespace {
 
 constexpr std::int32_t NoLevel = -1;
+
+/// The encoding that it gives is what a saved one is compared with, event by event.
+const SafetyAllocation WithoutLevels;
 
 std::int32_t LevelFor(double prime, const SafetyAllocation* allocation) {
   if (!allocation) return RandomLevel();
@@ -56,19 +59,30 @@ TreeASILEncodingNode::TreeASILEncodingNode(const Model& model, const Component& 
 TreeASILEncodingNode::TreeASILEncodingNode(std::string initComponentName)
     : componentName(std::move(initComponentName)) {}
 
-TreeASILEncodingNode::TreeASILEncodingNode(const Model& model, XmlElement element)
-    : componentName(RequiredText(RequiredChild(element, "Component"), "FullName")) {
-  FindDesignComponent(model, componentName);
+void TreeASILEncodingNode::ReadLevels(XmlElement element) {
+  const std::string name = RequiredText(RequiredChild(element, "Component"), "FullName");
+  if (name != componentName) {
+    RefuseEncoding(element, name + " stands in the place of " + componentName);
+  }
   const XmlElement list = RequiredChild(element, "BasicEvents");
+  RequireChildren(list, events.size(), "events of " + componentName);
+  std::set<double> read;
   for (XmlElement item = list.FirstChild(); item; item = item.NextSibling()) {
-    const auto known = model.basicEvents.find(RequiredDouble(item, "ID"));
-    if (known == model.basicEvents.end()) continue;
-    levels[known->first] = RequiredInteger(item, "SafetyRequirement");
-    events[known->first] = known->second;
+    const std::string eventName = RequiredText(item, "Name");
+    const double prime = RequiredDouble(item, "ID");
+    const auto known = events.find(prime);
+    if (known == events.end() || known->second->name != eventName || !read.insert(prime).second) {
+      RefuseEncoding(item, "no event " + eventName + " with the ID " + PrimeText(prime) +
+                               " is left in " + componentName);
+    }
+    levels[prime] = ReadLevel(item, *known->second);
   }
   const XmlElement inside = RequiredChild(element, "SubNodes");
-  for (XmlElement item = inside.FirstChild(); item; item = item.NextSibling()) {
-    subNodes.push_back(std::make_unique<TreeASILEncodingNode>(model, item));
+  RequireChildren(inside, subNodes.size(), "components inside " + componentName);
+  XmlElement item = inside.FirstChild();
+  for (const Pointer& node : subNodes) {
+    node->ReadLevels(item);
+    item = item.NextSibling();
   }
 }
 
@@ -166,9 +180,12 @@ TreeASILEncoding::TreeASILEncoding(Model& initModel, const SafetyAllocation* all
 }
 
 TreeASILEncoding::TreeASILEncoding(Model& initModel, XmlElement element)
-    : TreeASILEncoding(initModel) {
-  for (XmlElement item = element.FirstChild(); item; item = item.NextSibling()) {
-    nodes.push_back(std::make_unique<TreeASILEncodingNode>(*model, item));
+    : TreeASILEncoding(initModel, &WithoutLevels) {
+  RequireChildren(element, nodes.size(), "components");
+  XmlElement item = element.FirstChild();
+  for (const auto& node : nodes) {
+    node->ReadLevels(item);
+    item = item.NextSibling();
   }
 }
 

@@ -22,8 +22,9 @@ class TreeASILEncodingNode : public IPrintable {
   TreeASILEncodingNode(const Model& model, const Component& component,
                        const SafetyAllocation* allocation);
   explicit TreeASILEncodingNode(std::string initComponentName);
-  /// From a saved search. Throws `VtnException` naming what is missing or does not fit the model.
-  TreeASILEncodingNode(const Model& model, XmlElement element);
+  /// Takes the levels, from here down, of a saved search. Throws `VtnException` naming what is
+  /// missing or does not fit this node.
+  void ReadLevels(XmlElement element);
 
   void Print(std::ostream& stream, int indent) const override;
   std::int32_t GetSize() const;
@@ -46,7 +47,8 @@ class TreeASILEncoding : public IPrintable, public Encoding {
  public:
   /// With the levels of an allocation, or at random when it is null.
   TreeASILEncoding(Model& initModel, const SafetyAllocation* allocation);
-  /// From the element "TreeASILEncoding" of a saved search.
+  /// From the element "TreeASILEncoding" of a saved search. Throws `VtnException` when it does not
+  /// fit the model.
   TreeASILEncoding(Model& initModel, XmlElement element);
   ~TreeASILEncoding() override;
 

@@ -28,11 +28,41 @@ std::shared_ptr<Implementation> ImplementationAt(const Component& component, int
   return component.implementations[static_cast<std::size_t>(index)];
 }
 
-std::shared_ptr<Component> ComponentNamed(const Subsystem& scope, const std::string& fullName) {
-  for (const auto& [name, component] : scope.components) {
-    if (component->GetFullNameText() == fullName) return component;
+/// Adds those of the subsystem's components that get a node, in order; nothing for no subsystem.
+void AddOptimisable(const Subsystem* scope, std::vector<std::shared_ptr<Component>>& components) {
+  if (!scope) return;
+  for (const auto& [name, component] : scope->components) {
+    if (!component->includeInOptimisation || component->implementations.empty()) continue;
+    components.push_back(component);
   }
-  throw VtnException("Component of the encoding is not in the model: " + fullName);
+}
+
+std::vector<std::shared_ptr<Component>> OptimisableAtTheTop(const Model& model) {
+  std::vector<std::shared_ptr<Component>> components;
+  for (const auto& [name, perspective] : model.perspectives) {
+    AddOptimisable(perspective->rootSubsystem.get(), components);
+  }
+  return components;
+}
+
+std::vector<std::shared_ptr<Component>> OptimisableIn(const Implementation& implementation) {
+  std::vector<std::shared_ptr<Component>> components;
+  AddOptimisable(implementation.subsystem.get(), components);
+  return components;
+}
+
+/// The chosen position, for the component that has to stand at this place.
+int ReadChoice(const Component& component, XmlElement element) {
+  const XmlElement chosen = RequiredChild(element, "Component");
+  const std::string name = RequiredText(chosen, "Name");
+  if (name != component.GetFullNameText()) {
+    RefuseEncoding(element, name + " stands in the place of " + component.GetFullNameText());
+  }
+  const std::int32_t index = RequiredInteger(RequiredChild(chosen, "Implementation"), "Index");
+  if (index < 0 || index >= static_cast<int>(component.implementations.size())) {
+    RefuseEncoding(element, name + " has no implementation " + std::to_string(index));
+  }
+  return index;
 }
 
 bool Matching(const std::vector<TreeEncodingNode::Pointer>& left,
@@ -69,22 +99,30 @@ TreeEncodingNode::TreeEncodingNode(TreeEncoding& initEncoding, const TreeEncodin
   }
 }
 
-TreeEncodingNode::TreeEncodingNode(TreeEncoding& initEncoding, const Subsystem& scope,
-                                   XmlElement element)
-    : TreeEncodingNode(
-          initEncoding,
-          ComponentNamed(scope, RequiredText(RequiredChild(element, "Component"), "Name")),
-          RequiredInteger(RequiredChild(RequiredChild(element, "Component"), "Implementation"),
-                          "Index")) {
-  allocation = element.FirstChild("Allocation").Text();
+TreeEncodingNode::TreeEncodingNode(TreeEncoding& initEncoding,
+                                   std::shared_ptr<Component> initComponent, XmlElement element)
+    : TreeEncodingNode(initEncoding, initComponent, ReadChoice(*initComponent, element)) {
+  ReadAllocation(element);
+  const std::vector<std::shared_ptr<Component>> expected = OptimisableIn(*implementation);
   const XmlElement inside = RequiredChild(element, "SubNodes");
-  for (XmlElement item = inside.FirstChild(); item; item = item.NextSibling()) {
-    if (!implementation->subsystem) {
-      throw VtnException("Component of the encoding has nothing inside it: " + componentName);
-    }
-    subNodes.push_back(
-        std::make_unique<TreeEncodingNode>(initEncoding, *implementation->subsystem, item));
+  RequireChildren(inside, expected.size(), "components inside " + componentName);
+  XmlElement item = inside.FirstChild();
+  for (const auto& component : expected) {
+    subNodes.push_back(std::make_unique<TreeEncodingNode>(initEncoding, component, item));
+    item = item.NextSibling();
   }
+}
+
+/// A component that may have hosts has to have one: without it the model would keep that of the
+/// design before.
+void TreeEncodingNode::ReadAllocation(XmlElement element) {
+  const std::vector<std::string>& hosts = GetComponent()->allocations;
+  const XmlElement chosen = element.FirstChild("Allocation");
+  if (!chosen && hosts.empty()) return;
+  allocation = chosen.Text();
+  if (std::find(hosts.begin(), hosts.end(), allocation) != hosts.end()) return;
+  RefuseEncoding(chosen ? chosen : element,
+                 componentName + " cannot be allocated to \"" + allocation + "\"");
 }
 
 std::shared_ptr<Component> TreeEncodingNode::GetComponent() const {
@@ -114,9 +152,7 @@ void TreeEncodingNode::ChooseAllocation() {
 }
 
 void TreeEncodingNode::BuildSubNodes() {
-  if (!implementation->subsystem) return;
-  for (const auto& [name, component] : implementation->subsystem->components) {
-    if (!component->includeInOptimisation || component->implementations.empty()) continue;
+  for (const auto& component : OptimisableIn(*implementation)) {
     subNodes.push_back(std::make_unique<TreeEncodingNode>(*encoding, component));
   }
 }
@@ -193,25 +229,19 @@ void TreeEncodingNode::ToXML(XmlOutputElement parent) const {
 TreeEncoding::TreeEncoding(Model& initModel, bool buildNodes)
     : type(EncodingType::Tree), model(&initModel) {
   if (!buildNodes) return;
-  for (const auto& [name, perspective] : model->perspectives) {
-    if (!perspective->rootSubsystem) continue;
-    for (const auto& [localName, component] : perspective->rootSubsystem->components) {
-      if (!component->includeInOptimisation || component->implementations.empty()) continue;
-      nodes.push_back(std::make_unique<TreeEncodingNode>(*this, component));
-    }
+  for (const auto& component : OptimisableAtTheTop(*model)) {
+    nodes.push_back(std::make_unique<TreeEncodingNode>(*this, component));
   }
 }
 
 TreeEncoding::TreeEncoding(Model& initModel, XmlElement element)
     : type(EncodingType::Tree), model(&initModel) {
-  for (XmlElement item = element.FirstChild(); item; item = item.NextSibling()) {
-    const std::string name = RequiredText(RequiredChild(item, "Component"), "Name");
-    const std::shared_ptr<Component> component = model->FindComponent(name);
-    if (!component) {
-      throw VtnException("Component of the encoding is not in the model: " + name);
-    }
-    nodes.push_back(
-        std::make_unique<TreeEncodingNode>(*this, *component->GetOwnerSubsystem(), item));
+  const std::vector<std::shared_ptr<Component>> expected = OptimisableAtTheTop(*model);
+  RequireChildren(element, expected.size(), "components");
+  XmlElement item = element.FirstChild();
+  for (const auto& component : expected) {
+    nodes.push_back(std::make_unique<TreeEncodingNode>(*this, component, item));
+    item = item.NextSibling();
   }
 }
 

@@ -24,9 +24,10 @@ class TreeEncodingNode : public IPrintable {
   TreeEncodingNode(TreeEncoding& initEncoding, std::shared_ptr<Component> initComponent, int index);
   /// A deep copy for another encoding.
   TreeEncodingNode(TreeEncoding& initEncoding, const TreeEncodingNode& source);
-  /// From a saved search, for one of the components of `scope`. Throws `VtnException` naming what
-  /// is missing or does not fit the model.
-  TreeEncodingNode(TreeEncoding& initEncoding, const Subsystem& scope, XmlElement element);
+  /// From a saved search, for that component. Throws `VtnException` naming what is missing or does
+  /// not fit the model.
+  TreeEncodingNode(TreeEncoding& initEncoding, std::shared_ptr<Component> initComponent,
+                   XmlElement element);
 
   void Print(std::ostream& stream, int indent) const override;
   /// The number of choices from here down.
@@ -54,6 +55,7 @@ class TreeEncodingNode : public IPrintable {
   int RandomImplementation() const;
   void ChooseAllocation();
   void BuildSubNodes();
+  void ReadAllocation(XmlElement element);
   /// Draws another implementation, and then everything inside it anew. False when it is the same.
   bool MutateImplementation();
 

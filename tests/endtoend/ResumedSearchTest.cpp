@@ -130,20 +130,5 @@ TEST_F(ResumedSearchTest, RefusedStateDoesNotKeepTheNextRunFromItsTurn) {
   EXPECT_EQ(Count(run.output, "Genetic Algorithm finished: deleting\n"), 2);
 }
 
-TEST_F(ResumedSearchTest, DesignsOfAnotherModelAreLeftOut) {
-  std::string state = folder.Read("state.xml");
-  for (std::size_t at = state.find("DEFAULT::A<"); at != std::string::npos;
-       at = state.find("DEFAULT::A<")) {
-    state.replace(at, 11, "DEFAULT::Q<");
-  }
-  folder.Write("state.xml", state);
-  const ProgramRun run = Resume();
-  EXPECT_EQ(run.exitStatus, 0);
-  EXPECT_THAT(run.output, HasSubstr("Error loading individual. Not added"));
-  EXPECT_THAT(run.output, Not(HasSubstr("Individual loaded and added")));
-  EXPECT_THAT(run.output, HasSubstr("Number of individuals loaded: 0\n"));
-  EXPECT_THAT(run.output, HasSubstr("Generation: 6/6 completed in")) << "it starts at random";
-}
-
 }  // namespace
 }  // namespace FTS

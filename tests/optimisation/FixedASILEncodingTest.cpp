@@ -134,13 +134,66 @@ TEST_F(FixedASILEncodingTest, EqualsAsksForNamesAndLevels) {
   EXPECT_FALSE(design->Equals(TreeASILEncoding(*model, nullptr)));
 }
 
-TEST_F(FixedASILEncodingTest, EventsThatTheModelLacksArePassedOver) {
-  const auto design =
-      From(Xml("FixedASILEncoding",
-               Xml("EncodingNode", Xml("Component", Xml("Name", "X:gone") + Xml("ID", "9999991") +
-                                                        Xml("SafetyRequirement", "4"))) +
-                   NodeText("A", 3)));
-  EXPECT_EQ(LevelsOf(*design), (List{3, -7, -7}));
+TEST_F(FixedASILEncodingTest, EventsThatAnotherModelLacksArePassedOver) {
+  const auto design = Design(3, 2, 1);
+  model->basicEvents.erase(EventOf("B").prime);
+  EXPECT_EQ(LevelsOf(*design), (List{3, -7, 1}));
+}
+
+TEST_F(FixedASILEncodingTest, LevelsReachFromNoneToTheOneThatIsNotDrawn) {
+  EXPECT_EQ(LevelsOf(*Design(-1, 0, 5)), (List{-1, 0, 5}));
+}
+
+struct UnfitLevelsCase {
+  const char* name;
+  const char* part;  // Of the text of a design; the first is replaced.
+  const char* replacement;
+  const char* reason;
+};
+
+class UnfitLevelsTest : public FixedASILEncodingTest,
+                        public ::testing::WithParamInterface<UnfitLevelsCase> {};
+
+TEST_P(UnfitLevelsTest, AreRefused) {
+  std::string text = DesignText(1, 2, 3);
+  const std::size_t at = text.find(GetParam().part);
+  ASSERT_NE(at, std::string::npos);
+  text.replace(at, std::string(GetParam().part).size(), GetParam().replacement);
+  EXPECT_EQ(ThrownMessage([&] { From(text); }),
+            std::string("Encoding in saved state does not fit the model: ") + GetParam().reason +
+                " (in Component, line 1)");
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Texts, UnfitLevelsTest,
+    ::testing::Values(UnfitLevelsCase{"OtherComponent", "A:dead", "Z:dead",
+                                      "DEFAULT::Z:dead stands in the place of DEFAULT::A:dead"},
+                      UnfitLevelsCase{"OtherEvent", "A:dead", "A:gone",
+                                      "DEFAULT::A:gone stands in the place of DEFAULT::A:dead"},
+                      UnfitLevelsCase{"OneTwice", "B:dead", "A:dead",
+                                      "DEFAULT::A:dead stands in the place of DEFAULT::B:dead"},
+                      UnfitLevelsCase{"LevelTooHigh", ">2</SafetyRequirement>",
+                                      ">6</SafetyRequirement>", "DEFAULT::B:dead has the level 6"},
+                      UnfitLevelsCase{"LevelTooLow", ">2</SafetyRequirement>",
+                                      ">-2</SafetyRequirement>",
+                                      "DEFAULT::B:dead has the level -2"}),
+    CaseName);
+
+TEST_F(FixedASILEncodingTest, OtherPrimesAreRefused) {
+  std::string text = DesignText(1, 2, 3);
+  const std::string prime = PrimeOf("B");
+  text.replace(text.find(Xml("ID", prime)), Xml("ID", prime).size(), Xml("ID", "9999991"));
+  EXPECT_EQ(ThrownMessage([&] { From(text); }),
+            "Encoding in saved state does not fit the model: DEFAULT::B:dead has the ID 9999991, "
+            "in the model " +
+                prime + " (in Component, line 1)");
+}
+
+TEST_F(FixedASILEncodingTest, MissingEventsAreRefused) {
+  const std::string text = Xml("FixedASILEncoding", NodeText("A", 1) + NodeText("B", 2));
+  EXPECT_EQ(ThrownMessage([&] { From(text); }),
+            "Encoding in saved state does not fit the model: it has 2 events, the model 3 (in "
+            "FixedASILEncoding, line 1)");
 }
 
 TEST_F(FixedASILEncodingTest, RandomDesignsSurviveTheirText) {

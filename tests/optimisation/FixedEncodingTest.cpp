@@ -396,12 +396,45 @@ TEST_F(FixedEncodingTest, GeneBeyondTheChoicesIsToldAndKept) {
   EXPECT_NE(ThrownMessage([&] { model->EvaluateInClone(*design, true, clone); }), "no exception");
 }
 
-TEST_F(FixedEncodingTest, ReadingNamesAMissingComponent) {
-  EXPECT_EQ(ThrownMessage([&] {
-              From(FlatDesign({{"DEFAULT::Gone", {1}}, {"DEFAULT::B", {1}}}));
-            }),
-            "Component of the encoding is not in the model: DEFAULT::Gone");
+struct UnfitFlatCase {
+  const char* name;
+  std::vector<Genes> nodes;
+  const char* reason;
+};
+
+class UnfitFlatTest : public FixedEncodingTest,
+                      public ::testing::WithParamInterface<UnfitFlatCase> {};
+
+TEST_P(UnfitFlatTest, IsRefused) {
+  EXPECT_EQ(ThrownMessage([&] { From(FlatDesign(GetParam().nodes)); }),
+            std::string("Encoding in saved state does not fit the model: ") + GetParam().reason);
 }
+
+INSTANTIATE_TEST_SUITE_P(
+    Designs, UnfitFlatTest,
+    ::testing::Values(
+        UnfitFlatCase{"OtherComponent",
+                      {{"DEFAULT::Gone", {1, 0, 0}}, {"DEFAULT::B", {1, 0}}},
+                      "DEFAULT::Gone stands in the place of DEFAULT::A (in EncodingNode, line 1)"},
+        UnfitFlatCase{"OtherOrder",
+                      {{"DEFAULT::B", {1, 0}}, {"DEFAULT::A", {1, 0, 0}}},
+                      "DEFAULT::B stands in the place of DEFAULT::A (in EncodingNode, line 1)"},
+        UnfitFlatCase{"OneTwice",
+                      {{"DEFAULT::A", {1, 0, 0}}, {"DEFAULT::A", {1, 0, 0}}},
+                      "DEFAULT::A stands in the place of DEFAULT::B (in EncodingNode, line 1)"},
+        UnfitFlatCase{"OneMissing",
+                      {{"DEFAULT::A", {1, 0, 0}}},
+                      "it has 1 components, the model 2 (in FixedEncoding, line 1)"},
+        UnfitFlatCase{"TooManyGenes",
+                      {{"DEFAULT::A", {1, 1, 1, 1}}, {"DEFAULT::B", {1, 0}}},
+                      "it has 4 genes of DEFAULT::A, the model 3 (in Implementations, line 1)"},
+        UnfitFlatCase{"TooFewGenes",
+                      {{"DEFAULT::A", {1, 0, 0}}, {"DEFAULT::B", {}}},
+                      "it has 0 genes of DEFAULT::B, the model 2 (in Implementations, line 1)"},
+        UnfitFlatCase{"NegativeGene",
+                      {{"DEFAULT::A", {1, 0, 0}}, {"DEFAULT::B", {1, -1}}},
+                      "a gene of DEFAULT::B is negative (in Implementation, line 1)"}),
+    CaseName);
 
 struct MissingCase {
   const char* name;

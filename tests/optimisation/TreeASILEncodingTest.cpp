@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 
+#include <regex>
 #include <string>
 #include <vector>
 
@@ -8,6 +9,7 @@
 #include "optimisation/SafetyLevelTest.h"
 #include "optimisation/TreeASILEncoding.h"
 #include "optimisation/TreeEncoding.h"
+#include "support/CaseName.h"
 #include "support/ThrownMessage.h"
 
 namespace FTS {
@@ -187,6 +189,60 @@ TEST_F(TreeASILEncodingTest, ReadingNamesWhatIsMissing) {
     }
     EXPECT_THAT(ThrownMessage([&] { From(text); }), HasSubstr("Missing element " + element));
   }
+}
+
+struct UnfitLevelsCase {
+  const char* name;
+  const char* part;  // Of the text of a design.
+  const char* replacement;
+  const char* reason;
+};
+
+class UnfitTreeLevelsTest : public TreeASILEncodingTest,
+                            public ::testing::WithParamInterface<UnfitLevelsCase> {};
+
+TEST_P(UnfitTreeLevelsTest, AreRefused) {
+  std::string text = EncodingText(*Design(1, 2, 3));
+  const std::regex part(GetParam().part);
+  ASSERT_TRUE(std::regex_search(text, part)) << text;
+  text = std::regex_replace(text, part, GetParam().replacement,
+                            std::regex_constants::format_first_only);
+  const std::string message = ThrownMessage([&] { From(text); });
+  EXPECT_THAT(message, ::testing::StartsWith(
+                           std::string("Encoding in saved state does not fit the model: ") +
+                           GetParam().reason));
+  EXPECT_THAT(message, ::testing::ContainsRegex(" \\(in [A-Za-z]+, line [0-9]+\\)$"));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Texts, UnfitTreeLevelsTest,
+    ::testing::Values(
+        UnfitLevelsCase{"OtherComponent", "<FullName>DEFAULT::A<", "<FullName>DEFAULT::Z<",
+                        "DEFAULT::Z stands in the place of DEFAULT::A (in EncodingNode, line 2)"},
+        UnfitLevelsCase{"OtherInside", "C.Inner<", "C.Outer<",
+                        "DEFAULT::C.Outer stands in the place of DEFAULT::C.Inner"},
+        UnfitLevelsCase{"NoEvents", "<BasicEvent>[^]*?</BasicEvent>", "",
+                        "it has 0 events of DEFAULT::A, the model 1 (in BasicEvents"},
+        UnfitLevelsCase{"OtherPrime", "<ID>[0-9]*<", "<ID>9999991<",
+                        "no event dead with the ID 9999991 is left in DEFAULT::A (in BasicEvent,"},
+        UnfitLevelsCase{"OtherEvent", "<Name>dead<", "<Name>gone<", "no event gone with the ID "},
+        UnfitLevelsCase{"LevelTooHigh", "<SafetyRequirement>3<", "<SafetyRequirement>6<",
+                        "DEFAULT::C.Inner:dead has the level 6 (in BasicEvent,"},
+        UnfitLevelsCase{"LevelTooLow", "<SafetyRequirement>1<", "<SafetyRequirement>-2<",
+                        "DEFAULT::A:dead has the level -2"},
+        UnfitLevelsCase{
+            "NothingInside", "<SubNodes>\\s*<EncodingNode>[^]*?</EncodingNode>\\s*</SubNodes>",
+            "<SubNodes/>", "it has 0 components inside DEFAULT::C, the model 1 (in SubNodes"},
+        UnfitLevelsCase{"Empty", "<TreeASILEncoding>[^]*</TreeASILEncoding>", "<TreeASILEncoding/>",
+                        "it has 0 components, the model 3 (in TreeASILEncoding, line 1)"}),
+    CaseName);
+
+TEST_F(TreeASILEncodingTest, ReadingDrawsNoNumbers) {
+  const std::string text = EncodingText(*Design(1, 2, 3));
+  SeedRandom(77);
+  From(text);
+  RandomGenerator generator(77);
+  EXPECT_EQ(RandomUniform(), generator.Uniform());
 }
 
 }  // namespace

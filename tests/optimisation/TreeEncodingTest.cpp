@@ -432,7 +432,62 @@ INSTANTIATE_TEST_SUITE_P(
         UnfitCase{"NoIndex", "<Index>1</Index>", "", "Missing element Index"},
         UnfitCase{"NoSubNodes", "<SubNodes></SubNodes>", "", "Missing element SubNodes"},
         UnfitCase{"NegativeIndex", "<Index>0</Index>", "<Index>-1</Index>", "Inner"},
-        UnfitCase{"IndexBeyondTheChoices", "<Index>0</Index>", "<Index>3</Index>", "Inner"}),
+        UnfitCase{"IndexBeyondTheChoices", "<Index>0</Index>", "<Index>3</Index>",
+                  "DEFAULT::Plant.Inner has no implementation 3 (in EncodingNode, line 1)"},
+        UnfitCase{"IndexWithText", "<Index>0</Index>", "<Index>0x</Index>",
+                  "No number in element Index of saved state: 0x (in Implementation, line 1)"},
+        UnfitCase{"IndexBeyondAllNumbers", "<Index>0</Index>", "<Index>4294967296</Index>",
+                  "Number out of range in element Index of saved state: 4294967296"},
+        UnfitCase{"OtherInside", "Plant.Inner<", "Plant.Outer<",
+                  "DEFAULT::Plant.Outer stands in the place of DEFAULT::Plant.Inner"},
+        UnfitCase{"UnknownHost", ">Spare<", ">Nowhere<",
+                  "DEFAULT::Aux cannot be allocated to \"Nowhere\" (in Allocation, line 1)"},
+        UnfitCase{"NoHost", "<Allocation>Spare</Allocation>", "",
+                  "DEFAULT::Aux cannot be allocated to \"\" (in EncodingNode, line 1)"},
+        UnfitCase{"HostWhereThereIsNone", "<SubNodes><EncodingNode>",
+                  "<Allocation>Main</Allocation><SubNodes><EncodingNode>",
+                  "DEFAULT::Plant cannot be allocated to \"Main\" (in Allocation, line 1)"}),
+    CaseName);
+
+struct UnfitHierarchyCase {
+  const char* name;
+  Choices choices;
+  const char* reason;
+};
+
+class UnfitHierarchyTest : public TreeEncodingTest,
+                           public ::testing::WithParamInterface<UnfitHierarchyCase> {};
+
+TEST_P(UnfitHierarchyTest, IsRefused) {
+  EXPECT_EQ(ThrownMessage([&] { Design(GetParam().choices); }),
+            std::string("Encoding in saved state does not fit the model: ") + GetParam().reason);
+}
+
+const Choice OnSpare{"DEFAULT::Aux", 1, "Spare"};
+
+INSTANTIATE_TEST_SUITE_P(
+    Designs, UnfitHierarchyTest,
+    ::testing::Values(
+        UnfitHierarchyCase{
+            "Empty", {}, "it has 0 components, the model 2 (in TreeEncoding, line 1)"},
+        UnfitHierarchyCase{
+            "OneMissing", {OnSpare}, "it has 1 components, the model 2 (in TreeEncoding, line 1)"},
+        UnfitHierarchyCase{
+            "OtherOrder",
+            {{"DEFAULT::Plant", 0}, OnSpare},
+            "DEFAULT::Plant stands in the place of DEFAULT::Aux (in EncodingNode, line 1)"},
+        UnfitHierarchyCase{
+            "NotIncluded",
+            {OnSpare, {"DEFAULT::Fixed", 0}},
+            "DEFAULT::Fixed stands in the place of DEFAULT::Plant (in EncodingNode, line 1)"},
+        UnfitHierarchyCase{
+            "NothingInside",
+            {OnSpare, {"DEFAULT::Plant", 1}},
+            "it has 0 components inside DEFAULT::Plant, the model 1 (in SubNodes, line 1)"},
+        UnfitHierarchyCase{
+            "TooMuchInside",
+            {OnSpare, {"DEFAULT::Plant", 0, "", {{"DEFAULT::Plant.Inner", 0}}}},
+            "it has 1 components inside DEFAULT::Plant, the model 0 (in SubNodes, line 1)"}),
     CaseName);
 
 }  // namespace
