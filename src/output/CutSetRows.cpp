@@ -1,4 +1,5 @@
-// Cut sets in a workbook: the rows of one, and the sheet that lists those of a tree by order.
+// Cut sets in a workbook: the rows of one, and the sheet that lists those of a tree by order. Every
+// row of that sheet gives its number.
 
 #include <algorithm>
 #include <map>
@@ -27,12 +28,9 @@ const char* MemberStyle(int place, int size) {
   return "normalLeftAllExceptTopAndBottomBorders";
 }
 
-// Every row of a tree's sheet gives its number.
-void StartNextRow(Workbook& out) { out.StartRow(out.GetRow() + 1); }
-
 template <typename WriteValue>
 void WriteFact(Workbook& out, const char* label, const WriteValue& writeValue) {
-  StartNextRow(out);
+  out.StartNextRow();
   out.Text({.style = LabelStyle}, label);
   writeValue(Cell{.style = ValueStyle});
   out.EndRow();
@@ -56,7 +54,7 @@ void WriteFacts(Workbook& out, const FaultTree& tree) {
 }
 
 void WriteEmptyRow(Workbook& out) {
-  StartNextRow(out);
+  out.StartNextRow();
   out.Empty({.mergeAcross = 1});
   out.EndRow();
 }
@@ -76,7 +74,7 @@ bool WriteSection(Workbook& out, int order, const std::vector<CutSet*>& cutSets)
   constexpr int RowsInFront = 2;
   if (!out.HasRoom(RowsInFront)) return false;
   WriteEmptyRow(out);
-  StartNextRow(out);
+  out.StartNextRow();
   out.Text({.style = LabelStyle},
            std::to_string(cutSets.size()) + " x Cut Sets of Order: " + std::to_string(order));
   out.Text({.style = LabelStyle}, "Unavailability");
@@ -84,7 +82,7 @@ bool WriteSection(Workbook& out, int order, const std::vector<CutSet*>& cutSets)
   out.EndRow();
   for (CutSet* const cutSet : cutSets) {
     if (!out.HasRoom(std::max(cutSet->GetSize(), 1))) return false;
-    StartNextRow(out);
+    out.StartNextRow();
     cutSet->WriteExcelRows(out, 1);
   }
   return true;
@@ -101,7 +99,7 @@ void CutSet::WriteExcelRows(Workbook& stream, int column) {
   const int size = GetSize();
   const int shownColumn = column > 1 ? column : 0;
   for (int i = 0; i < std::max(size, 1); ++i) {
-    if (i > 0) StartNextRow(stream);
+    if (i > 0) stream.StartNextRow();
     const std::string_view name = size > 0 ? std::string_view(events[i]->name) : "";
     stream.Text({.style = MemberStyle(i, size), .column = shownColumn}, name);
     if (i == 0) {
@@ -117,7 +115,7 @@ void CutSet::WriteExcelRows(Workbook& stream, int column) {
 
 void FaultTree::WriteCutSetSheet(Workbook& stream) const {
   stream.StartSheet(stream.SheetOf(*this), {200.25});
-  StartNextRow(stream);
+  stream.StartNextRow();
   WriteContentsLink(stream, 1);
   stream.Empty({.style = "s21"});
   stream.EndRow();

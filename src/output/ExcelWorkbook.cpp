@@ -227,7 +227,7 @@ void FMEA::WriteDirectEffectRows(Workbook& stream, const BasicEvent& event) cons
   for (std::size_t i = 0; i < trees.size(); ++i) {
     if (i > 0) {
       stream.EndRow();
-      stream.StartRow();
+      stream.StartNextRow();
     }
     WriteEffectCells(stream, *trees[i], 1);
   }
@@ -244,7 +244,7 @@ void FMEA::WriteFurtherEffectRows(Workbook& stream, const BasicEvent& event) con
   for (const auto& tree : trees) {
     for (const auto& [size, list] : ListsOf(*tree, event)) {
       for (CutSet* const cutSet : list->All()) {
-        if (!std::exchange(first, false)) stream.StartRow();
+        if (!std::exchange(first, false)) stream.StartNextRow();
         WriteEffectCells(stream, *tree, size);
         cutSet->WriteExcelRows(stream, 4);
       }

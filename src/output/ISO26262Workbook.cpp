@@ -93,8 +93,10 @@ void WriteModeCells(Workbook& out, const FailureModeMetrics& mode, int rowsBack)
 void WriteComponent(Workbook& out, const ComponentMetrics& metrics) {
   const int count = static_cast<int>(metrics.modes.size());
   for (int i = 0; i < count; ++i) {
-    out.StartRow();
-    if (i == 0) {
+    if (i > 0) {
+      out.StartNextRow();
+    } else {
+      out.StartRow();
       out.Text({.mergeDown = MergeOver(count)}, metrics.component->GetFullNameText());
       out.Number({.mergeDown = MergeOver(count)}, metrics.failureRate);
     }
@@ -111,12 +113,12 @@ void WriteLabelled(Workbook& out, int column, const char* label, const std::stri
 void WriteSums(Workbook& out) {
   // The rows from the second on; without any, the heading's, whose texts add up to 0.
   const std::string sum = "=SUM(" + RowAbove(std::max(out.GetRow() - 1, 1)) + "C:R[-1]C)";
-  out.StartRow(out.GetRow() + 1);
+  out.StartNextRow();
   WriteLabelled(out, 1, "Total safety-related component failure rate", sum);
   WriteLabelled(out, SinglePointLabel, "Single point failure sum", sum);
   WriteLabelled(out, LatentLabel, "Latent Multiple point failure sum", sum);
   out.EndRow();
-  out.StartRow(out.GetRow() + 1);
+  out.StartNextRow();
   WriteLabelled(out, SinglePointLabel, "Single Point Fault Metric", "=1-(R[-1]C/R[-1]C[-6])");
   WriteLabelled(out, LatentLabel, "Latent Fault Metric", "=1-(R[-1]C/(R[-1]C[-10]-R[-1]C[-4]))");
   out.EndRow();

@@ -76,6 +76,8 @@ void Workbook::StartRow(int number) {
   out << "   <Row ss:Index=\"" << number << "\">\n";
 }
 
+void Workbook::StartNextRow() { StartRow(row + 1); }
+
 void Workbook::EndRow() { out << "   </Row>\n"; }
 
 void Workbook::EmptyRow(int mergeAcross) {

@@ -58,6 +58,9 @@ class Workbook {
   /// A row behind the last, or, given its number from 1 on, that row.
   void StartRow();
   void StartRow(int number);
+  /// The row behind the last, given its number. For rows that a merged cell above reaches into:
+  /// what is left out of them is covered, and nobody has to work out which row they are.
+  void StartNextRow();
   void EndRow();
   /// A row with nothing but an empty cell, which covers so many further columns.
   void EmptyRow(int mergeAcross);

@@ -159,7 +159,7 @@ TEST_F(ExcelWorkbookTest, EventStandsBesideAllItsEffects) {
   EXPECT_THAT(sheet, HasSubstr("<Cell ss:MergeDown=\"1\" ss:StyleID=\"normalLeftAllBorders\"><Data "
                                "ss:Type=\"String\">stuck</Data></Cell>"));
   EXPECT_THAT(Texts(sheet), HasSubstr("\nstuck|Loss of braking|2.5\nBraking late|-1\n"));
-  EXPECT_THAT(sheet, HasSubstr("   <Row>\n    <Cell ss:Index=\"2\" "
+  EXPECT_THAT(sheet, HasSubstr("   <Row ss:Index=\"10\">\n    <Cell ss:Index=\"2\" "
                                "ss:StyleID=\"hyperlinkLeftAllBorders\" "
                                "ss:HRef=\"#'Braking late(30)'!A1\">"));
 }
@@ -169,6 +169,27 @@ TEST_F(ExcelWorkbookTest, EventStandsBesideAllCutSetsThatItContributesTo) {
   EXPECT_THAT(Sheet("Further Effects"),
               HasSubstr("<Cell ss:MergeDown=\"4\" ss:StyleID=\"normalLeftAllBorders\"><Data "
                         "ss:Type=\"String\">stuck</Data></Cell>"));
+}
+
+/// All rows of the sheet that have a number, each number behind a blank.
+std::string RowNumbers(const std::string& sheet) {
+  const std::string start = "<Row ss:Index=\"";
+  std::string numbers;
+  for (std::size_t at = 0; (at = sheet.find(start, at)) != std::string::npos;) {
+    at += start.size();
+    numbers += " " + sheet.substr(at, sheet.find('"', at) - at);
+  }
+  return numbers;
+}
+
+TEST_F(ExcelWorkbookTest, RowsBesideAMergedCellGiveTheirNumber) {
+  EXPECT_EQ(RowNumbers(Sheet("Direct Effects")), "");
+  EXPECT_EQ(RowNumbers(Sheet("Further Effects")), " 6 11 13 18");
+  brake.Get().fmea->AddEffect(brake.stuck->prime, brake.Get().faultTrees.at(1), true);
+  AddCutSet(brake.Late(), {brake.stuck, brake.leak, brake.demand});
+  EXPECT_EQ(RowNumbers(Sheet("Direct Effects")), " 10");
+  // The effects of "stuck": a cut set of two events, and one of three behind it.
+  EXPECT_THAT(RowNumbers(Sheet("Further Effects")), ::testing::StartsWith(" 6 11 12 13 14 "));
 }
 
 TEST_F(ExcelWorkbookTest, NamesAreEscapedEverywhere) {
