@@ -39,6 +39,7 @@ class BasicEvent : public FaultTreeNode, public IPrime, public ISafetyRequiremen
   std::unique_ptr<BDDParent> BuildBDD(bool asRoot) override;
   void AddToFMEA(FMEA& fmea, const std::shared_ptr<FaultTree>& tree) override;
   void DefineInOpenPSA(const XmlOutputElement& tree) const override;
+  void WriteCutSetRows(Workbook& stream, int place, int size, int column) const override;
   void MakeFTPlusRecord(FTPlusProject& project) override;
 
   // Failure data: analysis/FailureModels.cpp

@@ -18,6 +18,7 @@
 namespace FTS {
 
 class FTPlusProject;
+class Workbook;
 class XmlOutputElement;
 
 /// The name of the state whose children hold the tree as synthesised, and of the state in which
@@ -212,6 +213,13 @@ class FaultTreeNode : public IPrintable,
   void WriteOpenPSA(const XmlOutputElement& tree);
   /// What the walk does at this one node.
   virtual void DefineInOpenPSA(const XmlOutputElement& tree) const = 0;
+
+  // Workbook: output/CutSetRows.cpp
+
+  /// Writes this node's cell in the rows of one cut set, of which it is member `place` of `size`,
+  /// from 0 on; `column` as in a `Cell`. Events are members, other nodes write nothing.
+  virtual void WriteCutSetRows(Workbook& /*stream*/, int /*place*/, int /*size*/,
+                               int /*column*/) const {}
 
   // FaultTree+ project: output/FTPlusNodes.cpp
 

@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <map>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "analysis/CutSet.h"
@@ -95,13 +94,20 @@ void WriteContentsLink(Workbook& out, int mergeAcross) {
            "Click here to go to the Contents page");
 }
 
+void BasicEvent::WriteCutSetRows(Workbook& stream, int place, int size, int column) const {
+  stream.Text({.style = MemberStyle(place, size), .column = column}, name);
+}
+
 void CutSet::WriteExcelRows(Workbook& stream, int column) {
   const int size = GetSize();
   const int shownColumn = column > 1 ? column : 0;
   for (int i = 0; i < std::max(size, 1); ++i) {
     if (i > 0) stream.StartNextRow();
-    const std::string_view name = size > 0 ? std::string_view(events[i]->name) : "";
-    stream.Text({.style = MemberStyle(i, size), .column = shownColumn}, name);
+    if (size > 0) {
+      events[i]->WriteCutSetRows(stream, i, size, shownColumn);
+    } else {
+      stream.Text({.style = ValueStyle, .column = shownColumn}, "");
+    }
     if (i == 0) {
       // Written for one row too, where it merges nothing: readers of these sheets take the number
       // of members from it.
