@@ -73,7 +73,10 @@ void WriteContentsHead(Workbook& out, int lastOrder) {
   WriteLinkRow(out, DirectEffectsSheet);
   WriteLinkRow(out, FurtherEffectsSheet);
   out.StartRow(HeadingRow);
-  out.Text({.style = "boldCenterAllBorders", .column = 2, .mergeAcross = MergeOver(lastOrder)},
+  // Over all columns of the table but the first, the total's too, as headings of the other tables
+  // stand over the whole of theirs.
+  const int furtherColumns = lastOrder > 0 ? lastOrder : Cell::Unmerged;
+  out.Text({.style = "boldCenterAllBorders", .column = 2, .mergeAcross = furtherColumns},
            "Number of cut sets of order:");
   out.EndRow();
   out.StartRow(HeadingRow + 1);

@@ -21,7 +21,7 @@ struct Cell {
   std::string_view sheet = {};  ///< The sheet that a link leads to.
 };
 
-/// What `Cell::mergeDown` and `mergeAcross` say of a cell that covers so many rows or columns.
+/// What `Cell::mergeDown` says of a cell that covers so many rows.
 int MergeOver(int count);
 
 /// What is noted about how a sheet is shown. 0: nothing.

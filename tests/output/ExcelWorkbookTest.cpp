@@ -192,6 +192,17 @@ TEST_F(ExcelWorkbookTest, RowsBesideAMergedCellGiveTheirNumber) {
   EXPECT_THAT(RowNumbers(Sheet("Further Effects")), ::testing::StartsWith(" 6 11 12 13 14 "));
 }
 
+TEST_F(ExcelWorkbookTest, HeadingOfTheOrdersIsAsWideAsTheirTable) {
+  const auto heading = [](const char* merge) {
+    return "<Cell ss:Index=\"2\"" + std::string(merge) + " ss:StyleID=\"boldCenterAllBorders\">";
+  };
+  brake.Loss().maxOrder = 3;  // Four columns, with the total.
+  EXPECT_THAT(Sheet("Contents"), HasSubstr(heading(" ss:MergeAcross=\"3\"")));
+  brake.Get().faultTrees.clear();
+  brake.Get().fmea = nullptr;
+  EXPECT_THAT(Sheet("Contents"), HasSubstr(heading("")));
+}
+
 TEST_F(ExcelWorkbookTest, NamesAreEscapedEverywhere) {
   brake.Loss().root->name = "a<b&\"c\"'d'";
   brake.stuck->name = "<stuck>";
