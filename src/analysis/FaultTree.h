@@ -109,7 +109,7 @@ class FaultTree : public IVisitable,
   // output/ISO26262Workbook.cpp
 
   /// This tree's row of the contents: link, numbers of cut sets of the orders 1 to `lastOrder`,
-  /// sum.
+  /// and of all orders.
   void WriteNavigationRow(Workbook& stream, int lastOrder) const;
   /// The sheet with this tree's figures and cut sets.
   void WriteCutSetSheet(Workbook& stream) const;

@@ -44,6 +44,13 @@ int LastOrder(const Model& model) {
   return Config::Instance().countNormalEvents || model.faultTrees.empty() ? last : last + 1;
 }
 
+/// As many of the orders as the sheet of contents has columns for, beside the tree and the total.
+int ShownOrders(Workbook& out, int lastOrder) {
+  constexpr int OtherColumns = 2;
+  if (out.HasColumns(lastOrder + OtherColumns)) return lastOrder;
+  return Workbook::MostColumnsOfSheet - OtherColumns;
+}
+
 /// Calls `write` for each tree and tells how long it took.
 template <typename Write>
 void ForEachTree(const Model& model, const char* what, const Write& write) {
@@ -89,8 +96,8 @@ void WriteContentsHead(Workbook& out, int lastOrder) {
 }
 
 void WriteContents(Workbook& out, const Model& model) {
-  const int lastOrder = LastOrder(model);
   out.StartSheet(ContentsSheet, {200.25});
+  const int lastOrder = ShownOrders(out, LastOrder(model));
   WriteContentsHead(out, lastOrder);
   ForEachTree(model, "Outputting Cut Sets To XML SpreadSheet Navigation Pane: ",
               [&](const FaultTree& tree) { tree.WriteNavigationRow(out, lastOrder); });
@@ -210,13 +217,12 @@ void FaultTree::WriteNavigationRow(Workbook& stream, int lastOrder) const {
               TreeTitle(*this));
   if (root) {
     const std::map<int, int> counts = CountCutSetsByOrder();
-    int total = 0;
     for (int order = 1; order <= lastOrder; ++order) {
       const auto found = counts.find(order);
-      const int count = found == counts.end() ? 0 : found->second;
-      stream.Number({.style = "normalCenterAllBorders"}, count);
-      total += count;
+      stream.Number({.style = "normalCenterAllBorders"}, found == counts.end() ? 0 : found->second);
     }
+    int total = 0;  // Of orders without a column too.
+    for (const auto& [order, count] : counts) total += order > 0 ? count : 0;
     stream.Number({.style = "normalCenterAllBorders"}, total);
   }
   stream.EndRow();

@@ -15,31 +15,6 @@ constexpr std::size_t LongestName = 31;
 constexpr std::string_view Ellipsis = "..";
 constexpr std::string_view Refused = ":\\/?*[]";
 
-/// What a character counts in a sheet's name: those beyond the first plane of Unicode are two.
-std::size_t UnitsOf(std::size_t characterLength) { return characterLength == 4 ? 2 : 1; }
-
-std::size_t UnitsOf(std::string_view text) {
-  std::size_t units = 0;
-  while (!text.empty()) {
-    const std::size_t length = CharacterLength(text);
-    units += UnitsOf(length);
-    text.remove_prefix(length);
-  }
-  return units;
-}
-
-/// The text's beginning, whole characters that count no more than `units`.
-std::string_view Beginning(std::string_view text, std::size_t units) {
-  std::size_t end = 0;
-  while (end < text.size()) {
-    const std::size_t length = CharacterLength(text.substr(end));
-    if (UnitsOf(length) > units) break;
-    units -= UnitsOf(length);
-    end += length;
-  }
-  return text.substr(0, end);
-}
-
 std::string WithoutRefused(std::string name) {
   for (char& c : name) {
     const bool control = c >= '\0' && c < ' ';
@@ -59,7 +34,7 @@ std::string Fitted(const FaultTree& tree, const std::string& suffix) {
   const std::string title = WithoutRefused(TreeTitle(tree));
   if (UnitsOf(title) + UnitsOf(suffix) <= LongestName) return title + suffix;
   const std::size_t left = LongestName - Ellipsis.size() - UnitsOf(suffix);
-  return std::string(Beginning(title, left)).append(Ellipsis) + suffix;
+  return std::string(BeginningOf(title, left)).append(Ellipsis) + suffix;
 }
 
 std::string InSmallLetters(std::string text) {

@@ -1,6 +1,7 @@
 #include "output/Workbook.h"
 
 #include <cmath>
+#include <utility>
 
 #include "app/DiagnosticLog.h"
 #include "model/Model.h"
@@ -39,6 +40,8 @@ void Workbook::StartSheet(std::string_view name, std::initializer_list<double> c
   sheet = name;
   row = 0;
   cutShort = false;
+  tooWide = false;
+  cutTexts.clear();
   out << " <Worksheet ss:Name=\"" << EscapeXml(name) << "\">\n  <Table>\n";
   // LibreOffice takes a column without its number for the one behind.
   int column = 0;
@@ -88,13 +91,20 @@ void Workbook::EmptyRow(int mergeAcross) {
 
 bool Workbook::HasRoom(long long rows) {
   if (row + rows <= MostRowsOfSheet) return true;
-  if (!cutShort) {
-    DiagnosticLog::Instance().AddWarning(
-        "Workbook is written in part only, as a sheet has at most " +
-        std::to_string(MostRowsOfSheet) + " rows: " + sheet);
-  }
-  cutShort = true;
+  WarnOfLimit(cutShort, MostRowsOfSheet, " rows: ");
   return false;
+}
+
+bool Workbook::HasColumns(int columns) {
+  if (columns <= MostColumnsOfSheet) return true;
+  WarnOfLimit(tooWide, MostColumnsOfSheet, " columns: ");
+  return false;
+}
+
+void Workbook::WarnOfLimit(bool& warned, int limit, const char* what) const {
+  if (std::exchange(warned, true)) return;
+  DiagnosticLog::Instance().AddWarning("Workbook is written in part only, as a sheet has at most " +
+                                       std::to_string(limit) + what + sheet);
 }
 
 void Workbook::WriteAttribute(std::string_view name, int value) {
@@ -121,7 +131,20 @@ void Workbook::Empty(const Cell& cell) {
 }
 
 void Workbook::Text(const Cell& cell, std::string_view text) {
-  WriteData(cell, "String", EscapeXml(text));
+  WriteData(cell, "String", EscapeXml(Fitted(text)));
+}
+
+std::string_view Workbook::Fitted(std::string_view text) {
+  constexpr std::size_t TellingLength = 40;
+  if (text.size() <= LongestText) return text;  // No text has more units than bytes.
+  const std::string_view fitting = BeginningOf(text, LongestText);
+  const std::string beginning(BeginningOf(text, TellingLength));
+  if (fitting.size() < text.size() && cutTexts.insert(beginning).second) {
+    DiagnosticLog::Instance().AddWarning("Text is written in part only, as a cell has at most " +
+                                         std::to_string(LongestText) + " characters: " + sheet +
+                                         ", row " + std::to_string(row) + ": " + beginning + "..");
+  }
+  return fitting;
 }
 
 void Workbook::Number(const Cell& cell, int number) {

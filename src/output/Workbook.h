@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <initializer_list>
+#include <set>
 #include <string>
 #include <string_view>
 
@@ -35,8 +37,11 @@ struct SheetView {
 /// streamed: nothing of it is kept, and whoever writes starts and ends sheets and rows in turn.
 class Workbook {
  public:
-  /// Spreadsheet programs refuse a sheet of more rows.
+  /// Spreadsheet programs refuse a sheet of more rows or columns.
   static constexpr int MostRowsOfSheet = 1'048'576;
+  static constexpr int MostColumnsOfSheet = 16'384;
+  /// Nor do they take a longer text in a cell, in UTF-16 units.
+  static constexpr std::size_t LongestText = 32'767;
 
   /// Names a sheet for each tree of the model.
   explicit Workbook(const Model& initModel);
@@ -68,8 +73,12 @@ class Workbook {
   int GetRow() const { return row; }
   /// Whether so many more rows fit on the sheet. The first refusal is a warning.
   bool HasRoom(long long rows);
+  /// Whether the sheet may have so many columns. The first refusal is a warning.
+  bool HasColumns(int columns);
 
   void Empty(const Cell& cell);
+  /// A text that is too long is cut, with a warning that says where it stands and how it begins;
+  /// one for all texts of a sheet that begin like it.
   void Text(const Cell& cell, std::string_view text);
   void Number(const Cell& cell, int number);
   /// A figure; one that is no finite number is written as text.
@@ -78,6 +87,8 @@ class Workbook {
   void Formula(const Cell& cell, std::string_view formula);
 
  private:
+  void WarnOfLimit(bool& warned, int limit, const char* what) const;
+  std::string_view Fitted(std::string_view text);
   void WriteCellStart(const Cell& cell);
   void WriteAttribute(std::string_view name, int value);
   void WriteData(const Cell& cell, std::string_view type, std::string_view value);
@@ -87,7 +98,9 @@ class Workbook {
   ResultFile out;
   std::string sheet;  // The one that is being written.
   int row = 0;
-  bool cutShort = false;  // It has been refused rows.
+  bool cutShort = false;           // It has been refused rows.
+  bool tooWide = false;            // It has been refused columns.
+  std::set<std::string> cutTexts;  // The beginnings of its texts that were cut.
 };
 
 }  // namespace FTS

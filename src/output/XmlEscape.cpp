@@ -36,6 +36,8 @@ bool IsSequence(std::string_view text, const Sequence& sequence) {
   return character >= sequence.lowest && IsXmlCharacter(character);
 }
 
+std::size_t UnitsOfCharacter(std::size_t length) { return length == 4 ? 2 : 1; }
+
 bool IsPlain(char c) {
   return c >= ' ' && c < '\x7F' && c != '&' && c != '<' && c != '>' && c != '"';
 }
@@ -69,6 +71,27 @@ std::size_t CharacterLength(std::string_view text) {
     return IsSequence(text, sequence) ? sequence.length : 1;
   }
   return 1;
+}
+
+std::size_t UnitsOf(std::string_view text) {
+  std::size_t units = 0;
+  while (!text.empty()) {
+    const std::size_t length = CharacterLength(text);
+    units += UnitsOfCharacter(length);
+    text.remove_prefix(length);
+  }
+  return units;
+}
+
+std::string_view BeginningOf(std::string_view text, std::size_t units) {
+  std::size_t end = 0;
+  while (end < text.size()) {
+    const std::size_t length = CharacterLength(text.substr(end));
+    if (UnitsOfCharacter(length) > units) break;
+    units -= UnitsOfCharacter(length);
+    end += length;
+  }
+  return text.substr(0, end);
 }
 
 std::string EscapeXml(std::string_view text) {

@@ -203,6 +203,67 @@ TEST_F(ExcelWorkbookTest, HeadingOfTheOrdersIsAsWideAsTheirTable) {
   EXPECT_THAT(Sheet("Contents"), HasSubstr(heading("")));
 }
 
+TEST_F(ExcelWorkbookTest, OrdersThatAreTooManyForASheetHaveNoColumns) {
+  brake.Loss().maxOrder = Workbook::MostColumnsOfSheet - 2;
+  EXPECT_THAT(Sheet("Contents"), HasSubstr(">16382</Data>"));
+  EXPECT_THAT(DiagnosticLog::Instance().Warnings(), IsEmpty());
+  ++brake.Loss().maxOrder;
+  const std::string sheet = Sheet("Contents");
+  EXPECT_THAT(sheet, Not(HasSubstr(">16383</Data>")));
+  EXPECT_THAT(sheet, HasSubstr("ss:MergeAcross=\"16382\""));
+  EXPECT_THAT(DiagnosticLog::Instance().Warnings(),
+              ElementsAre("Workbook is written in part only, as a sheet has at most 16384 columns: "
+                          "Contents"));
+}
+
+TEST_F(ExcelWorkbookTest, TotalHoldsTheCutSetsOfOrdersWithoutAColumn) {
+  {
+    Workbook book(brake.Get());
+    ASSERT_TRUE(book.Open(folder.Path("book")));
+    brake.Loss().WriteNavigationRow(book, 1);
+  }
+  EXPECT_THAT(Texts(folder.Read("book")), ::testing::EndsWith("Loss of braking|1|2\n"));
+}
+
+TEST_F(ExcelWorkbookTest, LongTextIsCutAndItsPlaceIsTold) {
+  const std::string start = "The brake does not stop the car. 12345678";
+  brake.Loss().root->description =
+      start + std::string(Workbook::LongestText - start.size(), 'x') + "yz";
+  const std::string sheet = Sheet("Loss of braking(20)");
+  EXPECT_THAT(sheet, HasSubstr("xx</Data>"));
+  EXPECT_THAT(sheet, Not(HasSubstr("xy")));
+  EXPECT_THAT(
+      DiagnosticLog::Instance().Warnings(),
+      ElementsAre("Text is written in part only, as a cell has at most 32767 characters: "
+                  "Loss of braking(20), row 7: The brake does not stop the car. 1234567.."));
+}
+
+TEST_F(ExcelWorkbookTest, TextThatJustFitsIsWhole) {
+  brake.Loss().root->description = std::string(Workbook::LongestText, 'x');
+  EXPECT_THAT(Sheet("Loss of braking(20)"), HasSubstr(CellOf(brake.Loss().root->description)));
+  EXPECT_THAT(DiagnosticLog::Instance().Warnings(), IsEmpty());
+}
+
+TEST_F(ExcelWorkbookTest, LengthOfATextIsThatOfItsCharacters) {
+  std::string description;  // Of two bytes each.
+  for (std::size_t i = 0; i < Workbook::LongestText; ++i) description += "\xC3\xA4";
+  brake.Loss().root->description = description;
+  EXPECT_THAT(Sheet("Loss of braking(20)"), HasSubstr(CellOf(description)));
+  EXPECT_THAT(DiagnosticLog::Instance().Warnings(), IsEmpty());
+}
+
+TEST_F(ExcelWorkbookTest, LongNameIsToldOncePerSheet) {
+  brake.demand->name = "demand" + std::string(Workbook::LongestText, 'x');
+  AddCutSet(brake.Late(), {brake.stuck, brake.leak, brake.demand});
+  brake.Late().maxOrder = 3;
+  const auto& warnings = DiagnosticLog::Instance().Warnings();
+  Written();
+  const std::string end = ": demand" + std::string(34, 'x') + "..";
+  EXPECT_THAT(warnings, ::testing::Each(::testing::EndsWith(end)));
+  // Both tables of effects and the sheets of both trees.
+  EXPECT_EQ(warnings.size(), 4u);
+}
+
 TEST_F(ExcelWorkbookTest, NamesAreEscapedEverywhere) {
   brake.Loss().root->name = "a<b&\"c\"'d'";
   brake.stuck->name = "<stuck>";
