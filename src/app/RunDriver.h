@@ -8,8 +8,8 @@ namespace FTS {
 /// thrown: what cannot go on has been reported on the standard error stream.
 ///
 /// The status is 0 however the run over a model ended; scripts read failures from the error stream.
-/// It is 1 for an unusable configuration file, for an end by lack of memory or by another exception that
-/// nobody has caught, and for a test mode that could not be run.
+/// It is 1 for an unusable configuration file, for an end by lack of memory or by another exception
+/// that nobody has caught, and for a test mode that could not be run.
 int RunProgram(int argc, char** argv);
 
 /// Calls `run` and returns its result. When memory runs out in it, a block kept for that purpose is

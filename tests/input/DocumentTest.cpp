@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include <filesystem>
 #include <memory>
 #include <string>
 
@@ -131,7 +132,7 @@ TEST_F(DocumentTest, TextFileIsConvertedFirst) {
 
 TEST_F(DocumentTest, ConverterMayLackItsEnding) {
   SetProgramPath(folder.Path("vtn"));
-  folder.Write("vtn2vtnx", "");
+  std::filesystem::permissions(folder.Write("vtn2vtnx", ""), std::filesystem::perms::owner_all);
   const RecordedCommands commands;
   const std::string path = folder.Path("plant.vtn");
   WriteZip(path, {{"plant.xml", Document}});
