@@ -1,5 +1,6 @@
 #include "model/Hazard.h"
 
+#include <cstdint>
 #include <utility>
 
 #include "analysis/CutSet.h"
@@ -37,7 +38,7 @@ int Hazard::CountRequirementViolations() const {
   if (!faultTree) return 0;
   int count = 0;
   for (const auto& [product, cutSet] : faultTree->cutSets) {
-    int sum = 0;
+    std::int64_t sum = 0;  // A reader may have set any level.
     for (const BasicEvent* event : cutSet->events) {
       // Levels are allocated to the events of the model's table; a module's member is one of them.
       const auto allocated = model->basicEvents.find(event->prime);

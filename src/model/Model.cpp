@@ -199,8 +199,8 @@ double Model::EvaluateWeight() const {
   return sum;
 }
 
-int Model::EvaluateASILCost() const {
-  int sum = 0;
+double Model::EvaluateASILCost() const {
+  double sum = 0.0;  // Whole numbers, but more than an integer of 32 bits holds in a large model.
   for (const auto& [prime, event] : basicEvents) {
     sum += CostOfSafetyLevel(event->safetyRequirement);
   }

@@ -117,7 +117,7 @@ class Model : public IVisitable {
   virtual double EvaluateCost() const;
   virtual double EvaluateWeight() const;
   /// The sum of `CostOfSafetyLevel` over all events.
-  virtual int EvaluateASILCost() const;
+  virtual double EvaluateASILCost() const;
   /// The sum over the hazards.
   virtual int CountRequirementViolations() const;
   /// `selections` is a "|" separated list, one element per configurable component.

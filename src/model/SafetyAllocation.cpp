@@ -1,6 +1,8 @@
 #include "model/SafetyAllocation.h"
 
+#include <algorithm>
 #include <iterator>
+#include <limits>
 
 namespace FTS {
 
@@ -17,9 +19,12 @@ std::int32_t CostOfSafetyLevel(std::int32_t level) {
 }
 
 std::int32_t GetASILCost(const SafetyAllocation& allocation) {
-  std::int32_t sum = 0;
+  // Result files hold an integer of 32 bits. What costs more shows the most that it can say, rather
+  // than a sum that has gone round and looks cheap.
+  constexpr std::int64_t Most = std::numeric_limits<std::int32_t>::max();
+  std::int64_t sum = 0;
   for (const auto& [prime, level] : allocation) sum += CostOfSafetyLevel(level);
-  return sum;
+  return static_cast<std::int32_t>(std::min(sum, Most));
 }
 
 }  // namespace FTS

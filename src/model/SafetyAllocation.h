@@ -12,7 +12,7 @@ using SafetyAllocation = std::map<double, std::int32_t>;
 /// nothing at any other.
 std::int32_t CostOfSafetyLevel(std::int32_t level);
 
-/// The sum over the levels of an allocation.
+/// The sum over the levels of an allocation, at most 2147483647.
 std::int32_t GetASILCost(const SafetyAllocation& allocation);
 
 }  // namespace FTS

@@ -1,3 +1,4 @@
+#include <limits>
 #include <sstream>
 
 #include "analysis/CutSet.h"
@@ -47,6 +48,13 @@ TEST_F(HazardTest, LevelsOfACutSetAddUp) {
   AddCutSet({AddEvent(1), AddEvent(1)});
   AddCutSet({AddEvent(1)});
   EXPECT_EQ(hazard->CountRequirementViolations(), 1);
+}
+
+TEST_F(HazardTest, LargeLevelsDoNotGoRound) {
+  constexpr int Largest = std::numeric_limits<int>::max();
+  hazard->safetyRequirement = Largest;
+  AddCutSet({AddEvent(Largest), AddEvent(Largest)});
+  EXPECT_EQ(hazard->CountRequirementViolations(), 0);
 }
 
 TEST_F(HazardTest, WithoutRequirementViolatesNothing) {

@@ -115,6 +115,14 @@ TEST_F(ModelTest, LevelsOfEventsHaveTheirCosts) {
   EXPECT_EQ(model->EvaluateASILCost(), 111110);
 }
 
+TEST_F(ModelTest, CostOfLevelsMayExceedAnInteger) {
+  const auto event = std::make_shared<BasicEvent>("e", model.get(), true);
+  event->safetyRequirement = 5;
+  constexpr int Events = 30'000;
+  for (int i = 0; i < Events; ++i) model->basicEvents[i] = event;
+  EXPECT_EQ(model->EvaluateASILCost(), 3e9);
+}
+
 TEST_F(ModelTest, PrimeIndexIsThatOfTheSource) {
   model->SetPrimeIndex(10);
   EXPECT_EQ(model->GetPrimeCount(), 10);
