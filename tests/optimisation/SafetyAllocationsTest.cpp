@@ -94,6 +94,13 @@ TEST_F(SafetyAllocationsTest, BlockStandsBeforeWarningsOnlyInTheFileOfTrees) {
   EXPECT_THAT(Results(), HasSubstr("</WarningList><SafetyAllocations>"));
 }
 
+TEST_F(SafetyAllocationsTest, CostStaysAtTheLargestInteger) {
+  SafetyAllocation allocation;
+  constexpr int Events = 30'000;
+  for (int i = 0; i < Events; ++i) allocation[i] = 5;
+  EXPECT_EQ(GetASILCost(allocation), 2147483647);
+}
+
 TEST_F(SafetyAllocationsTest, CutSetFilesHaveNoBlock) {
   Allocate(1, 1);
   VisitorXML writer;
