@@ -4,6 +4,7 @@
 
 #include "analysis/Prime.h"
 #include "faulttree/DeviationProxies.h"
+#include "faulttree/NodeRegistry.h"
 #include "model/Component.h"
 
 namespace FTS {
@@ -13,7 +14,7 @@ BasicEvent::BasicEvent(std::string initName, Model* initModel, bool takePrime, N
     : FaultTreeNode(initType, std::move(initName), initModel, initId),
       eventNumber(TakeEventNumber()) {
   if (takePrime) prime = Prime::Instance().Next();
-  ++NodeCounters::Instance().eventsMade;
+  CountOn(NodeCounters::Instance().eventsMade);
 }
 
 BasicEvent::BasicEvent(std::string initName, Model* initModel, bool takePrime, NodeType initType,
@@ -21,7 +22,7 @@ BasicEvent::BasicEvent(std::string initName, Model* initModel, bool takePrime, N
     : FaultTreeNode(initType, std::move(initName), initModel, initId),
       eventNumber(TakeEventNumber()) {
   if (takePrime) prime = Prime::Instance().Next();
-  ++NodeCounters::Instance().eventsMade;
+  CountOn(NodeCounters::Instance().eventsMade);
 }
 
 BasicEvent::~BasicEvent() = default;

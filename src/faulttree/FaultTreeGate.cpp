@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "analysis/CutSetList.h"
+#include "faulttree/NodeRegistry.h"
 
 namespace FTS {
 
@@ -18,7 +19,7 @@ FaultTreeGate::FaultTreeGate(NodeType initType, std::string initName, Model* ini
   auto& list = childLists[DefaultState];
   list = std::make_unique<ChildrenList>(DefaultState, *this);
   currentChildren = list.get();
-  ++NodeCounters::Instance().gatesMade;
+  CountOn(NodeCounters::Instance().gatesMade);
 }
 
 FaultTreeGate::~FaultTreeGate() = default;

@@ -2,10 +2,15 @@
 // counts of nodes made and destroyed. All of it is state of the process, since nodes of several
 // models share one sequence of ids.
 
+#include "faulttree/NodeRegistry.h"
+
+#include <cstdint>
+#include <limits>
 #include <map>
 
 #include "faulttree/BasicEvent.h"
 #include "faulttree/FaultTreeNode.h"
+#include "model/VtnException.h"
 
 namespace FTS {
 
@@ -24,14 +29,24 @@ Registry& TheRegistry() {
 
 }  // namespace
 
-int FaultTreeNode::TakeId() { return ++TheRegistry().lastId; }
+int FaultTreeNode::TakeId() {
+  int& last = TheRegistry().lastId;
+  // Ids are not used again: nodes that outlive a synthesis would be taken for those of the next.
+  if (last == std::numeric_limits<int>::max()) {
+    throw VtnException(
+        "No ids are left for further nodes. A search can go on from its last saved state.");
+  }
+  return ++last;
+}
+
+void ContinueNodeIdsBehind(int id) { TheRegistry().lastId = id; }
 
 void FaultTreeNode::EnterRegistry() {
   // Nearly all ids are new ones, which belong at the end. A clone that keeps its source's id takes
   // the entry over.
   auto& byId = TheRegistry().byId;
   byId.insert_or_assign(byId.end(), id, this);
-  ++NodeCounters::Instance().nodesMade;
+  CountOn(NodeCounters::Instance().nodesMade);
 }
 
 void FaultTreeNode::LeaveRegistry() {
@@ -39,7 +54,7 @@ void FaultTreeNode::LeaveRegistry() {
   const auto entry = byId.find(id);
   // The entry may be that of another node with this id by now.
   if (entry != byId.end() && entry->second == this) byId.erase(entry);
-  ++NodeCounters::Instance().nodesDestroyed;
+  CountOn(NodeCounters::Instance().nodesDestroyed);
 }
 
 FaultTreeNode* FaultTreeNode::FindById(int wantedId) {

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "app/DiagnosticLog.h"
+#include "faulttree/NodeRegistry.h"
 #include "model/Component.h"
 #include "model/DeviationName.h"
 #include "model/HierarchicalName.h"
@@ -25,7 +26,7 @@ constexpr std::array ProxyTypes = {
 ProxyNode::ProxyNode(NodeType initType, std::string initName, Model* initModel, int initId)
     : FaultTreeNode(initType, std::move(initName), initModel, initId),
       childByState{{DefaultState, nullptr}} {
-  ++NodeCounters::Instance().proxiesMade;
+  CountOn(NodeCounters::Instance().proxiesMade);
   if (std::find(ProxyTypes.begin(), ProxyTypes.end(), initType) != ProxyTypes.end()) return;
   // Scripts of our users match this wording, its grammar included.
   DiagnosticLog::Instance().AddWarning("Creating a proxy node with a operator type of " +

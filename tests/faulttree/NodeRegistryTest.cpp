@@ -1,8 +1,12 @@
 #include <gtest/gtest.h>
 
+#include <limits>
+
 #include "faulttree/Gates.h"
+#include "faulttree/NodeRegistry.h"
 #include "faulttree/ProxyNode.h"
 #include "support/ProcessStateTest.h"
+#include "support/ThrownMessage.h"
 #include "support/TreeBuilder.h"
 
 namespace FTS {
@@ -47,6 +51,29 @@ TEST_F(NodeRegistryTest, EarlierNodeOfAnIdDoesNotTakeTheEntryOfALaterOneAlong) {
   const OrGate later("", nullptr, 5);
   earlier.reset();
   EXPECT_EQ(FaultTreeNode::FindById(5), &later);
+}
+
+TEST_F(NodeRegistryTest, IdsEndWithAMessage) {
+  constexpr int LastId = std::numeric_limits<int>::max();
+  ContinueNodeIdsBehind(LastId - 1);
+  const OrGate last("", nullptr);
+  EXPECT_EQ(last.GetId(), LastId);
+  EXPECT_EQ(ThrownMessage([] { OrGate("", nullptr); }),
+            "No ids are left for further nodes. A search can go on from its last saved state.");
+  const OrGate given("", nullptr, 5);
+  EXPECT_EQ(given.GetId(), 5);
+}
+
+TEST_F(NodeRegistryTest, CountsGoRoundAndKeepTheirDifference) {
+  constexpr int Most = std::numeric_limits<int>::max();
+  NodeCounters& counters = NodeCounters::Instance();
+  counters.nodesMade = counters.nodesDestroyed = counters.gatesMade = Most;
+  {
+    const OrGate gate("", nullptr);
+    EXPECT_EQ(counters.nodesMade, std::numeric_limits<int>::min());
+    EXPECT_EQ(counters.gatesMade, std::numeric_limits<int>::min());
+  }
+  EXPECT_EQ(counters.nodesMade, counters.nodesDestroyed);
 }
 
 TEST_F(NodeRegistryTest, CountersTellGroupsApart) {
