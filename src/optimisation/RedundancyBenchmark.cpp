@@ -29,8 +29,9 @@ constexpr std::array<Row, Subsystems> Table = {{
     {{{0.90, 4, 6}, {0.92, 4, 7}, {0.95, 5, 6}, {0.99, 6, 9}}},
 }};
 
-std::string_view LocalName(std::string_view fullName) {
-  return fullName.substr(fullName.find_last_of(".:") + 1);
+/// What stands behind the last of the separators.
+std::string_view Behind(std::string_view separators, std::string_view fullName) {
+  return fullName.substr(fullName.find_last_of(separators) + 1);
 }
 
 /// The subsystem of that number; 0 for a text that is no number of one, or not all of it.
@@ -47,14 +48,14 @@ int SubsystemOf(std::string_view number) {
 int FlatBenchmarkSubsystem(std::string_view fullName) {
   constexpr std::string_view Prefix = "fyffe";
   constexpr std::size_t Digits = 2;
-  const std::string_view name = LocalName(fullName);
+  const std::string_view name = Behind(":", fullName);
   if (!name.starts_with(Prefix) || name.size() != Prefix.size() + Digits) return 0;
   return SubsystemOf(name.substr(Prefix.size()));
 }
 
 int TreeBenchmarkSubsystem(std::string_view fullName) {
   constexpr std::string_view Prefix = "component";
-  const std::string_view name = LocalName(fullName);
+  const std::string_view name = Behind(".:", fullName);
   if (!name.starts_with(Prefix) || name.back() < 'a' || name.back() > 'd') return 0;
   const std::string_view number = name.substr(Prefix.size(), name.size() - Prefix.size() - 1);
   return number.starts_with('0') ? 0 : SubsystemOf(number);

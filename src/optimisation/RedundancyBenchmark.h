@@ -17,8 +17,8 @@ struct BenchmarkChoice {
 /// three or four choices of component. It checks the search against a problem whose best designs
 /// are known, without any synthesis.
 ///
-/// The subsystem, from 1 on, that a component of the flat form stands for: "fyffe01" to "fyffe14",
-/// whatever prefix its full name has. 0 for any other.
+/// The subsystem, from 1 on, that a component of the flat form stands for: exactly "fyffe01" to
+/// "fyffe14" at the top of whatever perspective. 0 for any other, and for one inside another.
 int FlatBenchmarkSubsystem(std::string_view fullName);
 /// The same for the hierarchical form: "component1a" to "component14d" behind the last point; all
 /// four letters stand for the same subsystem.

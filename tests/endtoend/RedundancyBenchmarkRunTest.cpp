@@ -10,6 +10,7 @@
 
 #include "model/NumberText.h"
 #include "platform/XmlDocument.h"
+#include "support/ModelXml.h"
 #include "support/ProcessStateTest.h"
 #include "support/ProgramRun.h"
 #include "support/TemporaryFolder.h"
@@ -68,11 +69,19 @@ Point PointOf(XmlElement individual) {
 class RedundancyBenchmarkRunTest : public ProcessStateTest {
  protected:
   /// The archive that the search leaves.
-  std::set<Point> Found(const std::string& model, const std::string& encoding) {
-    const ProgramRun run = RunProgramWith(
-        {ExamplesFolder() + "/redundancy-benchmark/" + model + ".xml", "optimise=true",
-         "GAType=NSGA", "useRBD=true", "encodingType=" + encoding, "populationSize=100",
-         "pureElitist=true", "randomSeed=1", "outputdir=" + folder.Path()});
+  std::set<Point> Found(const std::string& model, const std::string& encoding,
+                        const std::vector<std::string>& options = {}) {
+    std::vector<std::string> all = {ExamplesFolder() + "/redundancy-benchmark/" + model + ".xml",
+                                    "optimise=true",
+                                    "GAType=NSGA",
+                                    "useRBD=true",
+                                    "encodingType=" + encoding,
+                                    "populationSize=100",
+                                    "pureElitist=true",
+                                    "randomSeed=1",
+                                    "outputdir=" + folder.Path()};
+    all.insert(all.end(), options.begin(), options.end());
+    const ProgramRun run = RunProgramWith(all);
     EXPECT_EQ(run.errors, "");
     std::set<Point> points;
     for (const auto& entry :
@@ -99,6 +108,58 @@ TEST_F(RedundancyBenchmarkRunTest, FlatSearchFindsTheWholeFront) {
 
 TEST_F(RedundancyBenchmarkRunTest, HierarchicalSearchFindsTheWholeFront) {
   EXPECT_EQ(Found("tree", "TREE"), TrueFront());
+}
+
+/// The saved search of one design, whose stored figures are none of a design, so that its copy by a
+/// search without crossover and mutation takes its place.
+std::string StateOf(const std::vector<std::vector<int>>& genes) {
+  constexpr std::size_t Slots = 8;
+  std::string nodes;
+  for (std::size_t i = 0; i < genes.size(); ++i) {
+    std::string slots;
+    for (std::size_t k = 0; k < Slots; ++k) {
+      const int gene = k < genes[i].size() ? genes[i][k] : 0;
+      slots += Xml("Implementation", Xml("Name", "") + Xml("Index", std::to_string(gene)));
+    }
+    const std::string name =
+        std::string("DEFAULT::fyffe") + (i < 9 ? "0" : "") + std::to_string(i + 1);
+    nodes +=
+        Xml("EncodingNode", Xml("Component", Xml("Name", name)) + Xml("Implementations", slots));
+  }
+  const auto value = [](const std::string& name) {
+    return Xml("Evaluation", Xml("Name", name) + Xml("Value", "999"));
+  };
+  const std::string individual =
+      Xml("Individual", Xml("IndividualID", "0") + Xml("Encoding", Xml("FixedEncoding", nodes)) +
+                            Xml("Evaluations", value("Cost") + value("Weight")));
+  return Xml(
+      "Vel-Tarn_Results",
+      Xml("NSGA",
+          "<Generation>1</Generation><EncodingType>FixedEncoding</EncodingType>"
+          "<TimeElapsed>0</TimeElapsed><UncheckedPopulation/>" +
+              Xml("NonDominatedPopulation", individual) + "<OtherNonDominatedPopulations/>"));
+}
+
+// Of the designs that the literature gives for a weight of at most 191.
+TEST_F(RedundancyBenchmarkRunTest, PublishedDesignCostsAndWeighsWhatIsPublished) {
+  folder.Write("state.xml", StateOf({{3, 3, 3},
+                                     {1, 1},
+                                     {4, 4, 4},
+                                     {3, 3, 3, 3},
+                                     {2, 2, 2},
+                                     {2, 2},
+                                     {1, 1, 1},
+                                     {1, 1, 1, 1},
+                                     {1, 2},
+                                     {2, 3, 3},
+                                     {3, 3},
+                                     {1, 1, 1, 1},
+                                     {1, 1},
+                                     {3, 4}}));
+  EXPECT_EQ(Found("flat", "FIXED",
+                  {"previousStateFileName=" + folder.Path("state.xml"), "crossoverRate=0",
+                   "mutationRate=0", "maxGenerations=2"}),
+            (std::set<Point>{{130, 191}}));
 }
 
 TEST_F(RedundancyBenchmarkRunTest, FrontIsTheOneOfTheText) {

@@ -113,6 +113,8 @@ INSTANTIATE_TEST_SUITE_P(
                       NameCase{"FlatBeyond", "DEFAULT::fyffe15", 0, 0},
                       NameCase{"FlatOneDigit", "DEFAULT::fyffe1", 0, 0},
                       NameCase{"FlatThreeDigits", "DEFAULT::fyffe011", 0, 0},
+                      NameCase{"FlatInside", "DEFAULT::S.fyffe01", 0, 0},
+                      NameCase{"FlatBehindABlank", "DEFAULT:: fyffe01", 0, 0},
                       NameCase{"FlatCapital", "DEFAULT::Fyffe01", 0, 0},
                       NameCase{"FirstTree", "DEFAULT::S.component1a", 0, 1},
                       NameCase{"LastTree", "DEFAULT::S.component14d", 0, 14},
