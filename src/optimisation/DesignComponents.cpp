@@ -2,6 +2,8 @@
 
 #include "model/Component.h"
 #include "model/Model.h"
+#include "model/Perspective.h"
+#include "model/Subsystem.h"
 #include "model/VtnException.h"
 
 namespace FTS {
@@ -13,6 +15,14 @@ Component& FindDesignComponent(const Model& model, const std::string& fullName) 
     throw VtnException("No current implementation found for component: " + fullName);
   }
   return *component;  // The model owns it.
+}
+
+void RebuildPortExpressions(Model& model) {
+  for (const auto& [name, perspective] : model.perspectives) {
+    if (!perspective->rootSubsystem) continue;
+    perspective->rootSubsystem->ForgetPortExpressions();
+    perspective->rootSubsystem->BuildPortExpressions();
+  }
 }
 
 }  // namespace FTS

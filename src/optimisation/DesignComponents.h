@@ -11,4 +11,7 @@ namespace FTS {
 /// component: ...".
 Component& FindDesignComponent(const Model& model, const std::string& fullName);
 
+/// What follows a change of replicas: the expressions of all ports are made anew from the lines.
+void RebuildPortExpressions(Model& model);
+
 }  // namespace FTS

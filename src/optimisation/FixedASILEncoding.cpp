@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iostream>
+#include <map>
 #include <utility>
 
 #include "app/Config.h"
@@ -9,10 +10,9 @@
 #include "model/Component.h"
 #include "model/Model.h"
 #include "model/NumberText.h"
-#include "model/Perspective.h"
 #include "model/PrintLine.h"
-#include "model/Subsystem.h"
 #include "optimisation/Choices.h"
+#include "optimisation/DesignComponents.h"
 #include "optimisation/Random.h"
 #include "optimisation/SavedStateText.h"
 
@@ -50,19 +50,6 @@ FixedASILEncodingNode::FixedASILEncodingNode(std::string initName, double initPr
                                              std::int32_t initLevel)
     : name(std::move(initName)), prime(initPrime), level(initLevel) {}
 
-FixedASILEncodingNode::FixedASILEncodingNode(const BasicEvent& event, XmlElement element)
-    : FixedASILEncodingNode(EventText(event), event.prime, 0) {
-  const XmlElement component = RequiredChild(element, "Component");
-  const std::string text = RequiredText(component, "Name");
-  if (text != name) RefuseEncoding(component, text + " stands in the place of " + name);
-  const double id = RequiredDouble(component, "ID");
-  if (id != prime) {
-    RefuseEncoding(component,
-                   name + " has the ID " + PrimeText(id) + ", in the model " + PrimeText(prime));
-  }
-  level = ReadLevel(component, event);
-}
-
 std::string FixedASILEncodingNode::GetName() const {
   const std::size_t colon = name.rfind(':');
   return colon == std::string::npos ? "None" : name.substr(colon + 1);
@@ -91,10 +78,21 @@ FixedASILEncoding::FixedASILEncoding(Model& initModel, bool buildNodes)
 FixedASILEncoding::FixedASILEncoding(Model& initModel, XmlElement element)
     : type(EncodingType::FixedAsil), model(&initModel) {
   RequireChildren(element, model->basicEvents.size(), "events");
-  XmlElement item = element.FirstChild();
+  std::map<double, std::int32_t> levels;
+  for (XmlElement item = element.FirstChild(); item; item = item.NextSibling()) {
+    const XmlElement component = RequiredChild(item, "Component");
+    const std::string name = RequiredText(component, "Name");
+    const double prime = RequiredDouble(component, "ID");
+    const auto known = model->basicEvents.find(prime);
+    if (known == model->basicEvents.end() || EventText(*known->second) != name ||
+        !levels.try_emplace(prime, ReadLevel(component, *known->second)).second) {
+      RefuseEncoding(component,
+                     "no event " + name + " with the ID " + PrimeText(prime) + " is left");
+    }
+  }
   for (const auto& [prime, event] : model->basicEvents) {
-    nodes.push_back(std::make_unique<FixedASILEncodingNode>(*event, item));
-    item = item.NextSibling();
+    nodes.push_back(
+        std::make_unique<FixedASILEncodingNode>(EventText(*event), prime, levels.at(prime)));
   }
 }
 
@@ -139,11 +137,7 @@ void FixedASILEncoding::Apply(Model& target) const {
     const auto event = target.basicEvents.find(node->prime);
     if (event != target.basicEvents.end()) event->second->safetyRequirement = node->level;
   }
-  for (const auto& [name, perspective] : target.perspectives) {
-    if (!perspective->rootSubsystem) continue;
-    perspective->rootSubsystem->ForgetPortExpressions();
-    perspective->rootSubsystem->BuildPortExpressions();
-  }
+  RebuildPortExpressions(target);
 }
 
 bool FixedASILEncoding::Equals(const Encoding& other) const {

@@ -16,9 +16,6 @@ class FixedASILEncodingNode : public IPrintable {
   /// A random level, told on standard output.
   explicit FixedASILEncodingNode(const BasicEvent& event);
   FixedASILEncodingNode(std::string initName, double initPrime, std::int32_t initLevel);
-  /// From a saved search, for that event. Throws `VtnException` naming what is missing or does not
-  /// fit the model.
-  FixedASILEncodingNode(const BasicEvent& event, XmlElement element);
 
   /// What stands behind the last colon of the event's text, "None" without one.
   std::string GetName() const;
@@ -36,8 +33,8 @@ class FixedASILEncoding : public IPrintable, public Encoding {
  public:
   /// With random levels, or without any.
   FixedASILEncoding(Model& initModel, bool buildNodes);
-  /// From the element "FixedASILEncoding" of a saved search. Throws `VtnException` when it does not
-  /// fit the model.
+  /// From the element "FixedASILEncoding" of a saved search, with the events in any order. Throws
+  /// `VtnException` when it does not fit the model.
   FixedASILEncoding(Model& initModel, XmlElement element);
   ~FixedASILEncoding() override;
 

@@ -11,6 +11,7 @@
 #include "model/Model.h"
 #include "model/Perspective.h"
 #include "model/Subsystem.h"
+#include "optimisation/DesignComponents.h"
 #include "optimisation/FixedASILEncoding.h"
 #include "optimisation/FixedEncoding.h"
 #include "optimisation/SavedStateText.h"
@@ -82,6 +83,7 @@ bool Model::ApplyAndEvaluate(const std::string& selections, bool inClone) {
     if (!component->CreateOptimisedImplementation(selection)) return false;
     start = std::min(end + 1, selections.size());
   }
+  RebuildPortExpressions(*working);
   working->Synthesise();
   working->Analyse(Config::Instance().useBDDs);
   return true;
