@@ -10,6 +10,7 @@
 #include "app/DiagnosticLog.h"
 #include "model/Model.h"
 #include "model/Objective.h"
+#include "model/VtnException.h"
 #include "optimisation/GA.h"
 #include "optimisation/Individual.h"
 
@@ -51,6 +52,15 @@ double RiskOf(const Model& model) {
 }  // namespace
 
 bool Individual::Evaluate() {
+  try {
+    return Measure();
+  } catch (const VtnException& exception) {
+    throw VtnException(exception.GetMessage() + " (individual " + std::to_string(individualId) +
+                       ")");
+  }
+}
+
+bool Individual::Measure() {
   const Config& config = Config::Instance();
   Model& model = *ga->model;
   model.SetPrimeIndex(static_cast<int>(ga->basePrimeCount));

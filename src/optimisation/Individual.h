@@ -29,7 +29,8 @@ class Individual {
   std::unique_ptr<Individual> Breed(const Individual& other) const;
 
   /// Measures the design: optimisation/Evaluation.cpp. False when there is nothing to measure,
-  /// because the design cannot be built. Throws like synthesis and analysis.
+  /// because the design cannot be built. Throws like synthesis and analysis, with the id behind the
+  /// message.
   bool Evaluate();
 
   /// Marks the one of the two as `dominated` that is no better in any objective and not the same
@@ -70,6 +71,7 @@ class Individual {
   Individual(GA& initGa, std::unique_ptr<Encoding> initEncoding, std::int32_t initId);
   /// Tells on standard output when no individual before had so few invalid cut sets.
   static void RecordInvalids(double invalids);
+  bool Measure();
   void EvaluateDesign(Model* working);
   void EvaluateSafetyLevels(Model& working);
   void CheckBounds();
