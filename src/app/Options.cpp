@@ -112,8 +112,11 @@ void SetEncodingType(HeldOptions& held, std::string_view value) {
 
 void SetRandomSeed(HeldOptions& held, std::string_view value) {
   std::uint32_t seed = 0;
-  std::from_chars(value.data(), value.data() + value.size(), seed);
-  held.randomSeed = seed;
+  const char* const end = value.data() + value.size();
+  const auto read = std::from_chars(value.data(), end, seed);
+  const bool whole = read.ec == std::errc() && read.ptr == end;
+  held.randomSeed = whole ? seed : 0;
+  held.refusedRandomSeed = whole ? "" : value;
 }
 
 struct Reversed {

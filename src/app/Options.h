@@ -20,6 +20,7 @@ struct RunOptions {
   bool useXmlParser = false;                   // Read the model as XML whatever its extension.
   std::string gaType = "CoitGA";               // Exactly this selects the CoitGA search.
   std::optional<std::int32_t> maxGenerations;  // Goes before the limit of the model.
+  std::string refusedRandomSeed;               // The text of `randomSeed=` that is no seed, if any.
 };
 
 /// Replaces the settings of the process by those of a file.
@@ -27,7 +28,8 @@ using ConfigLoader = Config& (*)(const std::string& path);
 
 /// Settles `Config` and the program's path from the command line, whose first element is the
 /// program. An option is never refused: what is unknown or malformed changes nothing and is not
-/// reported. Throws VtnException when `config=` names a file that can't be used.
+/// reported here; a search tells a seed that is none, lest it seems to be repeatable. Throws
+/// VtnException when `config=` names a file that can't be used.
 ///
 /// Options come in two kinds. Some are written into `Config` at once, and are lost when `config=`
 /// then replaces it, wherever it stands on the line; others are held back and outlast it. Scripts

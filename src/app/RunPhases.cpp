@@ -54,10 +54,29 @@ void RunSearch(Model& model, const RunOptions& options, std::int32_t run) {
   std::cout << "Genetic Algorithm finished: deleting\n";
 }
 
+/// Tells settings by which nothing is searched, or not what was asked for.
+void WarnOfSettings(const RunOptions& options) {
+  const Config& config = Config::Instance();
+  if (!options.refusedRandomSeed.empty()) {
+    std::cerr << "Warning: randomSeed= wants a whole number from 1 to 4294967295: "
+              << options.refusedRandomSeed << ". The search is seeded by the time.\n";
+  }
+  if (config.populationSize < 1) {
+    std::cerr << "Warning: populationSize= wants a whole number above 0, variable or unlimited. "
+                 "Nothing can be kept of a population of "
+              << config.populationSize << ".\n";
+  } else if (config.childPopulationSize < 1) {
+    std::cerr << "Warning: childPopulationSize= wants a whole number above 0. No designs are tried "
+                 "with "
+              << config.childPopulationSize << ".\n";
+  }
+}
+
 }  // namespace
 
 void RunOptimisation(Model& model, const RunOptions& options) {
   Config& config = Config::Instance();
+  WarnOfSettings(options);
   config.maxGenerations = options.maxGenerations.value_or(model.GetMaxGenerations());
   model.ResetImplementations();
   if (config.decomposeSILs) {

@@ -39,6 +39,8 @@ CoitGA::CoitGA(Model& initModel, const std::string& modelPath, std::int32_t init
     : GA(initModel, modelPath, initRunNumber),
       mutationCount(MutationsFor(Config::Instance().populationSize)) {
   Config& config = Config::Instance();
+  WarnOfSmallPopulation();
+  WarnOfAmbiguousGenes();
   const std::int32_t size = CreateEncoding(*model, config.encodingType)->GetSize();
   config.mutationRate = size > 0 ? 1.0 / size : 1.0;
   std::cout << "MutationRate: " << FormatDouble(config.mutationRate) << '\n';
@@ -46,6 +48,13 @@ CoitGA::CoitGA(Model& initModel, const std::string& modelPath, std::int32_t init
 }
 
 CoitGA::~CoitGA() = default;
+
+void CoitGA::WarnOfSmallPopulation() {
+  const std::int32_t size = Config::Instance().populationSize;
+  if (size != 1) return;  // Smaller ones are told for every kind of search.
+  std::cerr << "Warning: CoitGA needs a population of at least 2, for the best one is never "
+               "mutated: populationSize=1\n";
+}
 
 std::int32_t CoitGA::MutationsFor(std::int32_t populationSize) {
   return static_cast<std::int32_t>(populationSize * MutationShare);
@@ -126,7 +135,7 @@ void CoitGA::CreateOffspring() {
       failures = 0;
       uncheckedPopulation.push_back(std::move(child));
     } else {
-      CountFailure(failures);
+      CountFailure(failures, *child->encoding);
     }
   }
 }

@@ -44,6 +44,7 @@ class CoitGA : public GA {
 
  private:
   static std::int32_t MutationsFor(std::int32_t populationSize);
+  static void WarnOfSmallPopulation();
   void UpdateFitness();
   void MutatePopulation();
   const Individual& SelectParent() const;

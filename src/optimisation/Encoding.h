@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <string>
 
 #include "model/Forward.h"
 #include "model/IPrintable.h"
@@ -42,6 +43,10 @@ class Encoding {
   virtual double GetProduct() const = 0;
   virtual double GetSum1() const = 0;
   virtual double GetSum2() const = 0;
+
+  /// What is wrong with a design that is not valid, for messages; empty when there is nothing to
+  /// tell.
+  virtual std::string DescribeInvalid() const { return ""; }
 };
 
 }  // namespace FTS

@@ -9,9 +9,7 @@
 #include "model/Component.h"
 #include "model/Implementation.h"
 #include "model/Model.h"
-#include "model/Perspective.h"
 #include "model/PrintLine.h"
-#include "model/Subsystem.h"
 #include "optimisation/Choices.h"
 #include "optimisation/DesignComponents.h"
 #include "optimisation/Random.h"
@@ -200,11 +198,7 @@ std::unique_ptr<Encoding> FixedEncoding::Clone() const {
 
 void FixedEncoding::Apply(Model& target) const {
   for (const auto& node : nodes) node->Apply(target);
-  for (const auto& [name, perspective] : target.perspectives) {
-    if (!perspective->rootSubsystem) continue;
-    perspective->rootSubsystem->ForgetPortExpressions();
-    perspective->rootSubsystem->BuildPortExpressions();
-  }
+  RebuildPortExpressions(target);
 }
 
 bool FixedEncoding::Equals(const Encoding& other) const {
@@ -216,6 +210,17 @@ bool FixedEncoding::Equals(const Encoding& other) const {
 
 bool FixedEncoding::IsValid() const {
   return std::all_of(nodes.begin(), nodes.end(), [](const auto& node) { return node->IsValid(); });
+}
+
+std::string FixedEncoding::DescribeInvalid() const {
+  const auto empty =
+      std::find_if(nodes.begin(), nodes.end(), [](const auto& node) { return !node->IsValid(); });
+  if (empty == nodes.end()) return "";
+  const FixedEncodingNode& node = **empty;
+  if (!node.genes.empty()) return node.componentName + " is left without a replica";
+  const Component& component = FindDesignComponent(*model, node.componentName);
+  return node.componentName +
+         " has no room for a replica: MaxReplicants=" + std::to_string(component.maxReplicants);
 }
 
 XmlOutputElement FixedEncoding::ToXML(XmlOutputElement parent) const {

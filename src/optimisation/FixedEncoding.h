@@ -80,6 +80,7 @@ class FixedEncoding : public IPrintable, public Encoding {
   double GetProduct() const override;
   double GetSum1() const override;
   double GetSum2() const override;
+  std::string DescribeInvalid() const override;
 
   void Print(std::ostream& stream, int indent) const override;
 

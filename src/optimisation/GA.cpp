@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "app/Config.h"
+#include "model/Component.h"
 #include "model/Model.h"
 #include "model/NumberText.h"
 #include "model/VtnException.h"
@@ -125,10 +126,22 @@ void GA::PrintEnd(float sessionTime) const {
   std::cout << Rule << '\n';
 }
 
-void GA::CountFailure(int& failures) {
+void GA::CountFailure(int& failures, const Encoding& last) {
   if (++failures < MostTries) return;
-  throw VtnException("No valid design found in " + std::to_string(MostTries) +
-                     " tries: no component may be left without an implementation.");
+  const std::string reason = last.DescribeInvalid();
+  throw VtnException("No valid design found in " + std::to_string(MostTries) + " tries" +
+                     (reason.empty() ? "" : ": " + reason) + ".");
+}
+
+void GA::WarnOfAmbiguousGenes() const {
+  constexpr std::size_t MostTold = 9;
+  if (savedType.value_or(Config::Instance().encodingType) != EncodingType::Fixed) return;
+  for (const auto& component : model->configurableComponents) {
+    if (component->implementations.size() <= MostTold) continue;
+    std::cerr << "Warning: " << component->GetFullNameText()
+              << " has more than nine implementations, and the fixed encoding cannot tell all of "
+                 "their combinations apart.\n";
+  }
 }
 
 void GA::AddRandomIndividual() {
@@ -140,7 +153,7 @@ void GA::AddRandomIndividual() {
       uncheckedPopulation.push_back(std::move(individual));
       return;
     }
-    CountFailure(failures);
+    CountFailure(failures, *individual->encoding);
   }
 }
 

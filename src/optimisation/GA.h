@@ -106,8 +106,12 @@ class GA {
   /// Throws `VtnException` when there were individuals and none of them was taken.
   static void FinishReading(const StateReading& reading);
   void ReportLoaded(long long start, std::size_t individuals, std::size_t undominated) const;
-  /// Counts tries that gave no design, and throws `VtnException` at the limit.
-  static void CountFailure(int& failures);
+  /// Counts tries that gave no design, and throws `VtnException` with what was wrong with the last
+  /// one at the limit.
+  static void CountFailure(int& failures, const Encoding& last);
+  /// Tells components of which a flat design, handed to the model with one digit per replica, is
+  /// ambiguous. Every constructor of a kind calls it when the type of encodings is known.
+  void WarnOfAmbiguousGenes() const;
 
  private:
   void CheckForm(XmlElement individual) const;

@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "app/Config.h"
-#include "model/Component.h"
 #include "model/Model.h"
 #include "optimisation/Individual.h"
 #include "optimisation/ModelEncodings.h"
@@ -28,24 +27,12 @@ const Individual& WinnerOfTournament(const std::vector<Individual*>& pool) {
   return CrowdedLess(first, second) ? first : second;
 }
 
-/// A design is handed to the model with one digit per replica.
-void WarnOfAmbiguousGenes(const Model& model) {
-  constexpr std::size_t MostTold = 9;
-  if (Config::Instance().encodingType != EncodingType::Fixed) return;
-  for (const auto& component : model.configurableComponents) {
-    if (component->implementations.size() <= MostTold) continue;
-    std::cerr << "Warning: " << component->GetFullNameText()
-              << " has more than nine implementations, and the fixed encoding cannot tell all of "
-                 "their combinations apart.\n";
-  }
-}
-
 }  // namespace
 
 NSGA::NSGA(Model& initModel, const std::string& modelPath, std::int32_t initRunNumber)
     : GA(initModel, modelPath, initRunNumber),
       archive(std::make_unique<NonDominatedPopulation>(*this)) {
-  WarnOfAmbiguousGenes(*model);
+  WarnOfAmbiguousGenes();
   MeasureEncoding();
   SeedRandom(Config::Instance().randomSeed);
 }
@@ -172,7 +159,7 @@ void NSGA::AddChild(const std::vector<Individual*>& pool) {
       uncheckedPopulation.push_back(std::move(child));
       return;
     }
-    CountFailure(failures);
+    CountFailure(failures, *child->encoding);
   }
 }
 
@@ -201,6 +188,9 @@ void NSGA::PrintStatusDetails() const {
 void NSGA::PrintEndDetails() const {
   std::size_t total = 0;
   for (const auto& frontier : frontiers) total += frontier->members.size();
+  if (total == 0 && Config::Instance().strictBoundaries) {
+    std::cerr << "No design met the bounds of the objectives.\n";
+  }
   std::cout << "Total Number of individuals: " << total << '\n'
             << "Number of undominated individuals: " << FirstFrontierSize() << '\n'
             << "Number of archived individuals: " << archive->members.size() << '\n';

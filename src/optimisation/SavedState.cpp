@@ -204,6 +204,7 @@ NSGA::NSGA(Model& initModel, XmlElement element, const std::string& statePath,
     archive = readFrontier(RequiredChild(archives, "NonDominatedPopulation"), "");
   }
   FinishReading(reading);
+  WarnOfAmbiguousGenes();
   for (const auto& frontier : frontiers) frontier->AssignCrowding();
   ReportLoaded(start, loaded, FirstFrontierSize());
 }
@@ -217,6 +218,8 @@ CoitGA::CoitGA(Model& initModel, XmlElement element, const std::string& statePat
   ReadState(element, reading);
   frontiers = ReadIndividuals(RequiredPart(element, "Population"), "population", reading);
   FinishReading(reading);
+  WarnOfSmallPopulation();
+  WarnOfAmbiguousGenes();
   ReportLoaded(start, uncheckedPopulation.size() + frontiers.size(), 0);
 }
 

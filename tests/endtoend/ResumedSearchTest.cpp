@@ -130,5 +130,44 @@ TEST_F(ResumedSearchTest, RefusedStateDoesNotKeepTheNextRunFromItsTurn) {
   EXPECT_EQ(Count(run.output, "Genetic Algorithm finished: deleting\n"), 2);
 }
 
+/// Searches over one part of ten choices.
+class ManyChoicesTest : public SearchRun {
+ protected:
+  ManyChoicesTest() {
+    std::vector<XmlChoice> choices;
+    for (int i = 0; i < 10; ++i) choices.push_back({"c" + std::to_string(i), 1.0 + i});
+    folder.Write(
+        "plant.xml",
+        XmlDesignModel(
+            {{XmlObjective("Cost")}, {XmlDesignPart("A", choices)}, {"Omission-A.out"}, 6, 0}));
+  }
+  static constexpr const char* Warning =
+      "Warning: DEFAULT::A has more than nine implementations, and the fixed encoding cannot tell "
+      "all of their combinations apart.\n";
+};
+
+TEST_F(ManyChoicesTest, AreWarnedOfInANewSearchAndInAResumedOne) {
+  for (const std::string kind : {"NSGA", "CoitGA"}) {
+    // The tenth choice reads like two replicas; a later generation need not be reached.
+    const ProgramRun first = Search({"GAType=" + kind, "maxGenerations=0"}, kind);
+    EXPECT_EQ(first.errors, Warning);
+    const std::string populations =
+        kind == "NSGA" ? "<OtherNonDominatedPopulations/>" : "<Population/>";
+    folder.Write("state.xml",
+                 Xml("Vel-Tarn_Results",
+                     Xml(kind,
+                         "<Generation>6</Generation><EncodingType>FixedEncoding</EncodingType>"
+                         "<TimeElapsed>1</TimeElapsed><UncheckedPopulation/>" +
+                             populations)));
+    const ProgramRun run = Search({"previousStateFileName=state.xml"}, kind);
+    EXPECT_THAT(run.output, HasSubstr("already at maximum (6)"));
+    EXPECT_EQ(run.errors, Warning);
+  }
+}
+
+TEST_F(ManyChoicesTest, AreNoWarningAlongTheHierarchy) {
+  EXPECT_EQ(Search({"encodingType=TREE", "maxGenerations=0"}).errors, "");
+}
+
 }  // namespace
 }  // namespace FTS

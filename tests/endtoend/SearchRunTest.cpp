@@ -2,6 +2,7 @@
 
 #include "endtoend/SearchRun.h"
 #include "model/NumberText.h"
+#include "support/CaseName.h"
 
 namespace FTS {
 namespace {
@@ -256,6 +257,7 @@ TEST_F(SearchRunTest, StrictBoundariesWithoutFeasibleDesignsEnd) {
   folder.Write("plant.xml", model);
   const ProgramRun run = Search({"strictBoundaries=true"});
   EXPECT_EQ(run.exitStatus, 0);
+  EXPECT_EQ(run.errors, "No design met the bounds of the objectives.\n");
   EXPECT_THAT(run.output, AllOf(HasSubstr("Number of archived individuals: 0\n"),
                                 HasSubstr("Genetic Algorithm finished: deleting\n")));
 }
@@ -290,8 +292,121 @@ TEST_F(SearchRunTest, PenaltySearchIsTheDefault) {
 TEST_F(SearchRunTest, PenaltySearchOfOneRuns) {
   const ProgramRun run = Search({"GAType=CoitGA", "populationSize=1"});
   EXPECT_EQ(run.exitStatus, 0);
-  EXPECT_EQ(run.errors, "");
+  EXPECT_EQ(run.errors,
+            "Warning: CoitGA needs a population of at least 2, for the best one is never mutated: "
+            "populationSize=1\n");
   EXPECT_THAT(run.output, HasSubstr("Total Number of individuals: 1\n"));
+}
+
+// Without levels all costs are 0, and the order is that of the ids.
+TEST_F(SearchRunTest, PenaltySearchOfDesignsKeepsTheNewest) {
+  const ProgramRun run = Search({"GAType=CoitGA", "encodingType=TREE", "populationSize=5"});
+  EXPECT_EQ(run.exitStatus, 0);
+  EXPECT_EQ(run.errors, "");
+  std::string state;
+  for (const std::string& name : Files()) {
+    if (name.ends_with(".xml")) state = folder.Read(ResultsIn("out") + name);
+  }
+  static const std::regex Id("<IndividualID>([0-9]*)<");
+  std::vector<int> ids;
+  for (std::sregex_iterator i(state.begin(), state.end(), Id), end; i != end; ++i) {
+    ids.push_back(ParseInteger((*i)[1].str()));
+  }
+  ASSERT_EQ(ids.size(), 5U);
+  EXPECT_TRUE(std::is_sorted(ids.rbegin(), ids.rend()));
+  EXPECT_GT(ids.back(), 5 * 5 - 1) << "the last generation's are the newest";
+}
+
+struct SizeCase {
+  const char* name;
+  const char* kind;
+  const char* option;
+  const char* warning;  // "" for none.
+};
+
+class PopulationOfTest : public SearchRunTest, public ::testing::WithParamInterface<SizeCase> {};
+
+TEST_P(PopulationOfTest, EndsInGoodOrder) {
+  const SizeCase& size = GetParam();
+  const ProgramRun run = Search({std::string("GAType=") + size.kind, size.option});
+  EXPECT_EQ(run.exitStatus, 0);
+  EXPECT_EQ(run.errors, size.warning);
+  EXPECT_THAT(run.output, AllOf(HasSubstr("-------Maximum generation reached-------\n"),
+                                HasSubstr("Genetic Algorithm finished: deleting\n")));
+  EXPECT_FALSE(Files().empty());
+}
+
+constexpr const char* NothingKept =
+    "Warning: populationSize= wants a whole number above 0, variable or unlimited. Nothing can be "
+    "kept of a population of 0.\n";
+
+INSTANTIATE_TEST_SUITE_P(
+    Sizes, PopulationOfTest,
+    ::testing::Values(
+        SizeCase{"None", "NSGA", "populationSize=0", NothingKept},
+        SizeCase{"NoNumber", "NSGA", "populationSize=many", NothingKept},
+        SizeCase{"LessThanNone", "NSGA", "populationSize=-5",
+                 "Warning: populationSize= wants a whole number above 0, variable or unlimited. "
+                 "Nothing can be kept of a population of -5.\n"},
+        SizeCase{"One", "NSGA", "populationSize=1", ""},
+        SizeCase{"Two", "NSGA", "populationSize=2", ""},
+        SizeCase{"Three", "NSGA", "populationSize=3", ""},
+        SizeCase{"NoChildren", "NSGA", "childPopulationSize=0",
+                 "Warning: childPopulationSize= wants a whole number above 0. No designs are tried "
+                 "with 0.\n"},
+        SizeCase{"PenaltyOfNone", "CoitGA", "populationSize=0", NothingKept},
+        SizeCase{"PenaltyOfLessThanNone", "CoitGA", "populationSize=-5",
+                 "Warning: populationSize= wants a whole number above 0, variable or unlimited. "
+                 "Nothing can be kept of a population of -5.\n"},
+        SizeCase{"PenaltyOfTwo", "CoitGA", "populationSize=2", ""},
+        SizeCase{"PenaltyOfThree", "CoitGA", "populationSize=3", ""}),
+    CaseName);
+
+TEST_F(SearchRunTest, SeedThatIsNoneIsTold) {
+  for (const std::string seed : {"-1", "4294967296", "abc", "12abc", "1.5"}) {
+    const ProgramRun run = Search({"randomSeed=" + seed, "displayOutput=false"});
+    EXPECT_EQ(run.errors, "Warning: randomSeed= wants a whole number from 1 to 4294967295: " +
+                              seed + ". The search is seeded by the time.\n");
+  }
+}
+
+TEST_F(SearchRunTest, SeedsOfTheWholeRangeAreTaken) {
+  for (const char* seed : {"randomSeed=0", "randomSeed=1", "randomSeed=4294967295"}) {
+    EXPECT_EQ(Search({seed, "displayOutput=false"}).errors, "");
+  }
+}
+
+TEST_F(SearchRunTest, ComponentWithoutRoomIsNamed) {
+  folder.Write(
+      "plant.xml",
+      XmlDesignModel(
+          {{XmlObjective("Cost")},
+           {XmlDesignPart("A", {{"a"}}),
+            XmlDesignPart("B", {{"b"}}, std::string(XmlIncluded) + Xml("MaxReplicants", "-1"))},
+           {"Omission-A.out"}}));
+  const ProgramRun run = Search({});
+  EXPECT_EQ(run.exitStatus, 0);
+  EXPECT_EQ(run.errors,
+            "VtnException: No valid design found in 10000 tries: DEFAULT::B has no room for a "
+            "replica: MaxReplicants=-1.\n");
+  EXPECT_THAT(Files(), IsEmpty());
+}
+
+/// The second choice of A jumps to a place that does not exist, which shows when it is analysed.
+TEST_F(SearchRunTest, DesignThatCannotBeAnalysedEndsTheSearchWithItsName) {
+  std::string model = folder.Read("plant.xml");
+  const std::string good = "<FailureExpression>dead<";
+  model.replace(model.find(good, model.find("<Alternative>")), good.size(),
+                "<FailureExpression>GlobalGoto(nowhere)<");
+  folder.Write("plant.xml", model);
+  for (const char* encoding : {"encodingType=FIXED", "encodingType=TREE"}) {
+    const ProgramRun run = Search({encoding, "numberOfRepeatRuns=2"});
+    EXPECT_EQ(run.exitStatus, 0);
+    EXPECT_THAT(run.errors, ::testing::MatchesRegex("(VtnException: [^\n]*nowhere[^\n]* "
+                                                    "\\(individual [0-9]+\\)\n)+"));
+    EXPECT_EQ(Count(run.output, "Genetic Algorithm finished: deleting\n"), 2);
+    EXPECT_THAT(Files(), IsEmpty());
+  }
 }
 
 }  // namespace

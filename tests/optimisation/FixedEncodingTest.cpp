@@ -223,6 +223,12 @@ INSTANTIATE_TEST_SUITE_P(Genes, ValidDesignTest,
                          CaseName);
 
 /// One component without room for replicas, in one implementation.
+TEST_F(FixedEncodingTest, FirstComponentWithoutReplicaIsDescribed) {
+  EXPECT_EQ(Design({1, 0, 0}, {1, 0})->DescribeInvalid(), "");
+  EXPECT_EQ(Design({1, 0, 0}, {0, 0})->DescribeInvalid(), "DEFAULT::B is left without a replica");
+  EXPECT_EQ(Design({0, 0, 0}, {0, 0})->DescribeInvalid(), "DEFAULT::A is left without a replica");
+}
+
 TEST_F(FixedEncodingTest, OnlyGeneOfAnOnlyChoiceMayGetLost) {
   UseModel({{}, {XmlDesignPart("A", {{"a"}})}, {}, 3, 0});
   FixedEncoding made(*model, true);
@@ -312,6 +318,29 @@ TEST_F(FixedApplyTest, ModelItselfStaysAsItWas) {
   EXPECT_EQ(model->FindComponent("A")->currentImplementation->name, "a1");
   EXPECT_TRUE(model->faultTrees.empty());
   EXPECT_EQ(Analysed(*model).cutSets, "A.dead + B.dead");
+}
+
+TEST_F(FixedApplyTest, SelectionsAreBuiltIntoTheModelAndAnalysed) {
+  ASSERT_TRUE(model->ApplyAndEvaluate("13|2", false));
+  ASSERT_EQ(model->faultTrees.size(), 1U);
+  EXPECT_EQ(CutSetsOf(*model, model->faultTrees[0]->GetName()),
+            "A_COPY_1.dead*A_COPY_2.dead + B_COPY_1.dead");
+  EXPECT_DOUBLE_EQ(model->GetFaultTreeUnavailability(0), 1.0 - (1.0 - 0.5 * 0.125) * 0.8);
+  EXPECT_EQ(model->EvaluateCost(), 25.0);
+}
+
+TEST_F(FixedApplyTest, SelectionsInACloneLeaveTheModelAlone) {
+  EXPECT_TRUE(model->ApplyAndEvaluate("13|2", true));
+  EXPECT_EQ(model->EvaluateCost(), 11.0);
+  EXPECT_TRUE(model->faultTrees.empty());
+  EXPECT_EQ(model->FindComponent("A")->implementations.size(), 3U);
+}
+
+TEST_F(FixedApplyTest, SelectionsThatLeaveAComponentEmptyAreNotAnalysed) {
+  for (const char* selections : {"13|0", "13", "|2", ""}) {
+    EXPECT_FALSE(model->ApplyAndEvaluate(selections, false)) << selections;
+    EXPECT_TRUE(model->faultTrees.empty());
+  }
 }
 
 TEST_F(FixedApplyTest, OutermostIncludedComponentsAreReached) {

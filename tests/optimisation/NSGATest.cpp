@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "model/Component.h"
 #include "model/VtnException.h"
 #include "optimisation/NSGA.h"
 #include "optimisation/Random.h"
@@ -383,9 +384,21 @@ TEST_F(OffspringTest, SearchThatFindsNoDesignGivesUp) {
       *search, EncodingType::Tree, std::make_unique<BarrenEncoding>(1)));
   search->uncheckedPopulation.back()->feasible = false;
   search->RankPopulation();
-  const std::string message = ThrownMessage([this] { search->CreateOffspring(); });
-  EXPECT_NE(message, "no exception");
-  EXPECT_NE(message.find("10000"), std::string::npos) << message;
+  EXPECT_EQ(ThrownMessage([this] { search->CreateOffspring(); }),
+            "No valid design found in 10000 tries.");
+}
+
+TEST_F(OffspringTest, SearchThatLosesEveryReplicaNamesTheComponent) {
+  Config::Instance().encodingType = EncodingType::Fixed;
+  UseModel({{XmlObjective("Cost")},
+            {XmlDesignPart("A", {{"a"}}), XmlDesignPart("B", {{"b"}})},
+            {},
+            3,
+            -1});
+  model->FindComponent("A")->maxReplicants = 0;
+  EXPECT_EQ(ThrownMessage([this] { search->InitialisePopulation(); }),
+            "No valid design found in 10000 tries: DEFAULT::B has no room for a replica: "
+            "MaxReplicants=-1.");
 }
 
 }  // namespace
