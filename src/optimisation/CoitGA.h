@@ -37,6 +37,7 @@ class CoitGA : public GA {
 
  protected:
   void AdvanceGeneration() override;
+  void JoinGivenCandidates() override { CreateOffspring(); }
   bool WantsStatus() const override { return generation % 10 == 0; }
   void PrintEndDetails() const override;
   std::string GetKind() const override { return "CoitGA"; }

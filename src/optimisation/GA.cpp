@@ -97,6 +97,8 @@ void GA::RunGenerations(long long sessionStart) {
       CreateOffspring();
     } else if (uncheckedPopulation.empty()) {
       InitialisePopulation();
+    } else {
+      JoinGivenCandidates();
     }
     AdvanceGeneration();
     if (interval != 0 && generation % interval == 0) OutputOptimisationResults();

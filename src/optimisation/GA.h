@@ -79,6 +79,9 @@ class GA {
 
   /// One generation behind the making of its candidates.
   virtual void AdvanceGeneration() = 0;
+  /// What the first generation does with candidates that a saved search has brought along. They
+  /// are enough for the one kind; the other one breeds on.
+  virtual void JoinGivenCandidates() {}
   virtual bool WantsStatus() const { return true; }
   /// Lines behind the status line, and at the end of the run.
   virtual void PrintStatusDetails() const {}

@@ -104,6 +104,20 @@ TEST_F(CoitGATest, RanksFromTheLastToTheFirst) {
   EXPECT_THAT(coit->uncheckedPopulation, IsEmpty());
 }
 
+/// One candidate from a saved search is waiting for the first generation.
+TEST_F(CoitGATest, FirstGenerationBreedsOnFromGivenCandidates) {
+  const CapturedStreams streams;
+  Config::Instance().populationSize = 20;
+  Config::Instance().childPopulationSize = 6;
+  Config::Instance().openBrowser = false;
+  coit->maxGenerations = 1;
+  for (int i = 0; i < 3; ++i) coit->frontiers.push_back(Made(10.0 + i));
+  Wait(Made(5.0));
+  coit->Evolve();
+  EXPECT_EQ(coit->frontiers.size(), 9U);
+  EXPECT_EQ(streams.Output().find("Population initialised"), std::string::npos);
+}
+
 TEST_F(CoitGATest, RemembersTheBestCosts) {
   EXPECT_EQ(coit->bestCost, -1.0);
   EXPECT_EQ(coit->bestFeasibleCost, -1.0);

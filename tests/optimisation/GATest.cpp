@@ -137,8 +137,11 @@ TEST_F(GATest, GoesOnFromItsGeneration) {
 }
 
 TEST_F(GATest, GivenCandidatesTakeThePlaceOfTheFirstPopulation) {
+  search->maxGenerations = 1;
   search->uncheckedPopulation.push_back(Candidate(At(1, 1)));
-  EXPECT_THAT(Evolved(*search), Not(HasSubstr("Population initialised")));
+  const std::string text = Evolved(*search);
+  EXPECT_THAT(text, Not(HasSubstr("Population initialised")));
+  EXPECT_THAT(text, HasSubstr("Total Number of individuals: 1\n")) << "none is bred in addition";
 }
 
 TEST_F(GATest, SpreadsItsTimeOverTheSession) {
