@@ -137,5 +137,103 @@ TEST_F(SafetyLevelSearchTest, PenaltySearchFindsTheCheapestFeasibleAllocation) {
   EXPECT_EQ(cheapest, 210);
 }
 
+TEST_F(SafetyLevelSearchTest, SavedLevelsThatAreNoneAreRefused) {
+  Levels({"GAType=NSGA", "maxGenerations=4"});
+  Keep(std::regex_replace(OnlyState(), std::regex("<SafetyRequirement>[0-9]<"),
+                          "<SafetyRequirement>9<"));
+  std::filesystem::remove_all(folder.Path("out"));
+  const ProgramRun run = Levels({"GAType=NSGA", "previousStateFileName=state.xml"});
+  EXPECT_EQ(run.exitStatus, 0);
+  EXPECT_THAT(run.errors, HasSubstr("DEFAULT::A:dead has the level 9 (in BasicEvent, line "));
+  EXPECT_THAT(run.errors, HasSubstr("VtnException: No individual of the saved state fits the "
+                                    "model: state.xml\n"));
+  EXPECT_TRUE(Files().empty());
+}
+
+/// A saved search of the flat form, made from one along the hierarchy.
+class FlatLevelSearchTest : public SafetyLevelSearchTest {
+ protected:
+  FlatLevelSearchTest() {
+    Levels({"GAType=NSGA", "maxGenerations=4"});
+    const std::string state = OnlyState();
+    static const std::regex Node("<FullName>([^<]*)</FullName>[^]*?<ID>([0-9]*)<");
+    for (std::sregex_iterator i(state.begin(), state.end(), Node), end;
+         i != end && events.size() < 3; ++i) {
+      events.emplace_back((*i)[1].str() + ":dead", (*i)[2].str());
+    }
+    std::filesystem::remove_all(folder.Path("out"));
+    folder.Write(
+        "state.xml",
+        Xml("Vel-Tarn_Results",
+            Xml("NSGA", Xml("Generation", "4") + Xml("EncodingType", "FixedASILEncoding") +
+                            Xml("TimeElapsed", "1") + "<UncheckedPopulation/>" +
+                            Xml("NonDominatedPopulation",
+                                Allocation(1, {0, 0, 0}, 0, 2) + Allocation(2, {1, 2, 2}, 210, 0)) +
+                            "<OtherNonDominatedPopulations/>")));
+  }
+
+  std::string Allocation(int id, const std::array<int, 3>& levels, int cost, int invalids) const {
+    std::string nodes;
+    for (std::size_t i = 0; i < 3; ++i) {
+      nodes += Xml("EncodingNode",
+                   Xml("Component", Xml("BasicEvent", "dead") + Xml("Name", events.at(i).first) +
+                                        Xml("ID", events.at(i).second) +
+                                        Xml("SafetyRequirement", std::to_string(levels.at(i)))));
+    }
+    const auto value = [](const std::string& name, int figure) {
+      return Xml("Evaluation", Xml("Name", name) + Xml("Value", std::to_string(figure)));
+    };
+    return Xml("Individual",
+               Xml("IndividualID", std::to_string(id)) +
+                   Xml("Encoding", Xml("FixedASILEncoding", nodes)) +
+                   Xml("Evaluations", value("ASILCost", cost) + value("ASILInvalids", invalids)));
+  }
+  ProgramRun Resume(const std::string& generations) const {
+    return Levels({"GAType=NSGA", "previousStateFileName=state.xml", "mutationRate=0.3",
+                   "maxGenerations=" + generations});
+  }
+
+  std::vector<std::pair<std::string, std::string>> events;  ///< Text and prime.
+};
+
+TEST_F(FlatLevelSearchTest, GoesOnFromItsOwnStates) {
+  ASSERT_EQ(events.size(), 3U);
+  for (const std::string generations : {"30", "40"}) {
+    const ProgramRun run = Resume(generations);
+    EXPECT_EQ(run.errors, "");
+    EXPECT_THAT(run.output, HasSubstr("Generation: " + generations + "/" + generations));
+    const std::string state = OnlyState();
+    EXPECT_GT(Count(state, "<FixedASILEncoding>"), 0);
+    EXPECT_EQ(Count(state, "<TreeASILEncoding>"), 0);
+    EXPECT_EQ(Points(Between(state, "NonDominatedPopulation")), TrueFront());
+    Keep(state);
+    std::filesystem::remove_all(folder.Path("out"));
+  }
+}
+
+TEST_F(FlatLevelSearchTest, TellsEveryLevel) {
+  static const std::regex Level("\n[0-4](?=\n)");
+  const std::string output = Resume("5").output;
+  // Thirty children of three events each, drawn or not.
+  EXPECT_GE(std::distance(std::sregex_iterator(output.begin(), output.end(), Level), {}), 90);
+}
+
+TEST_F(SafetyLevelSearchTest, WithoutHazardsNothingIsInvalid) {
+  std::string model = folder.Read("plant.xml");
+  const std::size_t begin = model.find("<Hazards>");
+  model.erase(begin, model.find("</Hazards>") + std::string("</Hazards>").size() - begin);
+  folder.Write("plant.xml", model);
+  for (const std::string kind : {"GAType=NSGA", "GAType=CoitGA"}) {
+    const ProgramRun run = Levels({kind});
+    EXPECT_EQ(run.exitStatus, 0);
+    EXPECT_EQ(run.errors, "");
+    const std::string state = OnlyState();
+    EXPECT_GT(Count(state, "<Individual>"), 0);
+    for (const Point& point : Points(state)) EXPECT_EQ(point.second, 0) << point.first;
+    EXPECT_EQ(Points(state).begin()->first, 0) << "the cheapest has no level at all";
+    std::filesystem::remove_all(folder.Path("out"));
+  }
+}
+
 }  // namespace
 }  // namespace FTS
