@@ -201,8 +201,8 @@ class TextExamplesListTest : public ProcessStateTest {};
 TEST_F(TextExamplesListTest, HoldsTheModelsThatTheFormatCanCarry) {
   EXPECT_EQ(TextExampleNames(),
             (std::vector<std::string>{"avionics-supply", "brake-by-wire", "consensus-interlock",
-                                      "control-loop", "process-plant", "pumping-station",
-                                      "sensor-network"}));
+                                      "control-loop", "measuring-network", "process-plant",
+                                      "pumping-station", "sensor-network"}));
 }
 
 }  // namespace
