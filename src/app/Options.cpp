@@ -116,7 +116,11 @@ void SetRandomSeed(HeldOptions& held, std::string_view value) {
   const auto read = std::from_chars(value.data(), end, seed);
   const bool whole = read.ec == std::errc() && read.ptr == end;
   held.randomSeed = whole ? seed : 0;
-  held.refusedRandomSeed = whole ? "" : value;
+  if (whole) {
+    held.refusedRandomSeed.reset();
+  } else {
+    held.refusedRandomSeed = value;
+  }
 }
 
 struct Reversed {

@@ -15,12 +15,12 @@ enum class ProgramMode { Normal, RegressionTest, PruningTest };
 /// The part of the command line that is not kept in `Config`.
 struct RunOptions {
   ProgramMode mode = ProgramMode::Normal;
-  std::string modelFile;                       // Empty when there is none, as in the test modes.
-  std::string recognised;                      // The options that meant something, a line each.
-  bool useXmlParser = false;                   // Read the model as XML whatever its extension.
-  std::string gaType = "CoitGA";               // Exactly this selects the CoitGA search.
-  std::optional<std::int32_t> maxGenerations;  // Goes before the limit of the model.
-  std::string refusedRandomSeed;               // The text of `randomSeed=` that is no seed, if any.
+  std::string modelFile;                         // Empty when there is none, as in the test modes.
+  std::string recognised;                        // The options that meant something, a line each.
+  bool useXmlParser = false;                     // Read the model as XML whatever its extension.
+  std::string gaType = "CoitGA";                 // Exactly this selects the CoitGA search.
+  std::optional<std::int32_t> maxGenerations;    // Goes before the limit of the model.
+  std::optional<std::string> refusedRandomSeed;  // What `randomSeed=` names and is no seed.
 };
 
 /// Replaces the settings of the process by those of a file.

@@ -57,9 +57,9 @@ void RunSearch(Model& model, const RunOptions& options, std::int32_t run) {
 /// Tells settings by which nothing is searched, or not what was asked for.
 void WarnOfSettings(const RunOptions& options) {
   const Config& config = Config::Instance();
-  if (!options.refusedRandomSeed.empty()) {
-    std::cerr << "Warning: randomSeed= wants a whole number from 1 to 4294967295: "
-              << options.refusedRandomSeed << ". The search is seeded by the time.\n";
+  if (options.refusedRandomSeed) {
+    std::cerr << "Warning: randomSeed= wants a whole number from 1 to 4294967295, not \""
+              << *options.refusedRandomSeed << "\". The search is seeded by the time.\n";
   }
   if (config.populationSize < 1) {
     std::cerr << "Warning: populationSize= wants a whole number above 0, variable or unlimited. "

@@ -54,10 +54,15 @@ double RiskOf(const Model& model) {
 bool Individual::Evaluate() {
   try {
     return Measure();
+  } catch (const ParseException& exception) {
+    throw Named(exception.GetMessage() + " at line number: " + std::to_string(exception.GetLine()));
   } catch (const VtnException& exception) {
-    throw VtnException(exception.GetMessage() + " (individual " + std::to_string(individualId) +
-                       ")");
+    throw Named(exception.GetMessage());
   }
+}
+
+VtnException Individual::Named(const std::string& message) const {
+  return VtnException(message + " (individual " + std::to_string(individualId) + ")");
 }
 
 bool Individual::Measure() {

@@ -84,7 +84,7 @@ FixedASILEncoding::FixedASILEncoding(Model& initModel, XmlElement element)
     const std::string name = RequiredText(component, "Name");
     const double prime = RequiredDouble(component, "ID");
     const auto known = model->basicEvents.find(prime);
-    if (known == model->basicEvents.end() || EventText(*known->second) != name ||
+    if (known == model->basicEvents.end() || !IsSavedName(name, EventText(*known->second)) ||
         !levels.try_emplace(prime, ReadLevel(component, *known->second)).second) {
       RefuseEncoding(component,
                      "no event " + name + " with the ID " + PrimeText(prime) + " is left");

@@ -54,10 +54,10 @@ FixedEncodingNode::FixedEncodingNode(FixedEncoding& initEncoding, const FixedEnc
 
 FixedEncodingNode::FixedEncodingNode(FixedEncoding& initEncoding, const std::string& expectedName,
                                      XmlElement element)
-    : componentName(RequiredText(RequiredChild(element, "Component"), "Name")),
-      encoding(&initEncoding) {
-  if (componentName != expectedName) {
-    RefuseEncoding(element, componentName + " stands in the place of " + expectedName);
+    : componentName(expectedName), encoding(&initEncoding) {
+  const std::string name = RequiredText(RequiredChild(element, "Component"), "Name");
+  if (!IsSavedName(name, componentName)) {
+    RefuseEncoding(element, name + " stands in the place of " + componentName);
   }
   const Component& component = FindDesignComponent(*encoding->GetModel(), componentName);
   implementationCount = static_cast<std::int32_t>(component.implementations.size());

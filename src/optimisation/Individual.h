@@ -6,6 +6,7 @@
 #include <string>
 
 #include "model/Forward.h"
+#include "model/VtnException.h"
 #include "optimisation/Encoding.h"
 #include "optimisation/Forward.h"
 #include "platform/XmlDocument.h"
@@ -72,6 +73,7 @@ class Individual {
   /// Tells on standard output when no individual before had so few invalid cut sets.
   static void RecordInvalids(double invalids);
   bool Measure();
+  VtnException Named(const std::string& message) const;
   void EvaluateDesign(Model* working);
   void EvaluateSafetyLevels(Model& working);
   void CheckBounds();

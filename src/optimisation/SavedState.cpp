@@ -111,7 +111,7 @@ void GA::WriteState() {
 void GA::ReadState(XmlElement element, StateReading& reading) {
   Config& config = Config::Instance();
   if (element.FirstChild("RandomSeed")) {
-    config.randomSeed = RequiredInteger(element, "RandomSeed");
+    config.randomSeed = RequiredSeed(element, "RandomSeed");
   }
   RequiredPart(element, "Generation");
   generation = RequiredCount(element, "Generation");

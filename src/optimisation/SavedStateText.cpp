@@ -32,6 +32,21 @@ std::string NumberText(XmlElement parent, const std::string& name) {
   return text;
 }
 
+/// A whole number without anything behind it, at most as high as the type or as told.
+template <typename Number>
+Number RequiredWhole(XmlElement parent, const std::string& name, Number highest) {
+  const std::string text = NumberText(parent, name);
+  const std::size_t sign = text[0] == '+' ? 1 : 0;  // Which the library does not know.
+  const char* const end = text.data() + text.size();
+  Number value = 0;
+  const auto read = std::from_chars(text.data() + sign, end, value);
+  if (read.ec == std::errc::result_out_of_range || value > highest) {
+    ThrowNumber("Number out of range", parent, name, text);
+  }
+  if (read.ec != std::errc() || read.ptr != end) ThrowNumber("No number", parent, name, text);
+  return value;
+}
+
 }  // namespace
 
 void ThrowMissing(XmlElement parent, const std::string& name) {
@@ -49,16 +64,11 @@ std::string RequiredText(XmlElement parent, const std::string& name) {
 }
 
 std::int32_t RequiredInteger(XmlElement parent, const std::string& name, std::int32_t highest) {
-  const std::string text = NumberText(parent, name);
-  const std::size_t sign = text[0] == '+' ? 1 : 0;  // Which the library does not know.
-  const char* const end = text.data() + text.size();
-  std::int32_t value = 0;
-  const auto read = std::from_chars(text.data() + sign, end, value);
-  if (read.ec == std::errc::result_out_of_range || value > highest) {
-    ThrowNumber("Number out of range", parent, name, text);
-  }
-  if (read.ec != std::errc() || read.ptr != end) ThrowNumber("No number", parent, name, text);
-  return value;
+  return RequiredWhole<std::int32_t>(parent, name, highest);
+}
+
+std::int64_t RequiredSeed(XmlElement parent, const std::string& name) {
+  return RequiredWhole(parent, name, std::numeric_limits<std::uint32_t>::max());
 }
 
 double RequiredDouble(XmlElement parent, const std::string& name) {
@@ -69,6 +79,15 @@ std::int32_t RequiredCount(XmlElement parent, const std::string& name) {
   const std::int32_t count = RequiredInteger(parent, name);
   if (count < 0) ThrowNumber("Negative number", parent, name, std::to_string(count));
   return count;
+}
+
+bool IsSavedName(std::string_view saved, std::string_view own) {
+  std::string folded;
+  for (const char c : own) {
+    if (c != ' ' || (!folded.empty() && folded.back() != ' ')) folded += c;
+  }
+  if (!folded.empty() && folded.back() == ' ') folded.pop_back();
+  return saved == folded;
 }
 
 void RefuseEncoding(XmlElement element, const std::string& reason) {

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <limits>
 #include <string>
+#include <string_view>
 
 #include "platform/XmlDocument.h"
 
@@ -26,6 +27,13 @@ std::int32_t RequiredInteger(XmlElement parent, const std::string& name,
 double RequiredDouble(XmlElement parent, const std::string& name);
 /// A whole number that may not be negative: then it throws "Negative number in ...".
 std::int32_t RequiredCount(XmlElement parent, const std::string& name);
+
+/// A seed of the random numbers. Throws as above.
+std::int64_t RequiredSeed(XmlElement parent, const std::string& name);
+
+/// Whether a name that was read from a saved search is the model's own one. Names are compared as
+/// they come back from XML, which folds runs of blanks and cuts those at the ends.
+bool IsSavedName(std::string_view saved, std::string_view own);
 
 /// The end of the reading of a design: throws `VtnException` "Encoding in saved state does not fit
 /// the model: " + reason, with the place of the element.

@@ -61,7 +61,7 @@ TreeASILEncodingNode::TreeASILEncodingNode(std::string initComponentName)
 
 void TreeASILEncodingNode::ReadLevels(XmlElement element) {
   const std::string name = RequiredText(RequiredChild(element, "Component"), "FullName");
-  if (name != componentName) {
+  if (!IsSavedName(name, componentName)) {
     RefuseEncoding(element, name + " stands in the place of " + componentName);
   }
   const XmlElement list = RequiredChild(element, "BasicEvents");
@@ -71,7 +71,8 @@ void TreeASILEncodingNode::ReadLevels(XmlElement element) {
     const std::string eventName = RequiredText(item, "Name");
     const double prime = RequiredDouble(item, "ID");
     const auto known = events.find(prime);
-    if (known == events.end() || known->second->name != eventName || !read.insert(prime).second) {
+    if (known == events.end() || !IsSavedName(eventName, known->second->name) ||
+        !read.insert(prime).second) {
       RefuseEncoding(item, "no event " + eventName + " with the ID " + PrimeText(prime) +
                                " is left in " + componentName);
     }

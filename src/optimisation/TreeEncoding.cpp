@@ -55,7 +55,7 @@ std::vector<std::shared_ptr<Component>> OptimisableIn(const Implementation& impl
 int ReadChoice(const Component& component, XmlElement element) {
   const XmlElement chosen = RequiredChild(element, "Component");
   const std::string name = RequiredText(chosen, "Name");
-  if (name != component.GetFullNameText()) {
+  if (!IsSavedName(name, component.GetFullNameText())) {
     RefuseEncoding(element, name + " stands in the place of " + component.GetFullNameText());
   }
   const std::int32_t index = RequiredInteger(RequiredChild(chosen, "Implementation"), "Index");
@@ -119,10 +119,14 @@ void TreeEncodingNode::ReadAllocation(XmlElement element) {
   const std::vector<std::string>& hosts = GetComponent()->allocations;
   const XmlElement chosen = element.FirstChild("Allocation");
   if (!chosen && hosts.empty()) return;
-  allocation = chosen.Text();
-  if (std::find(hosts.begin(), hosts.end(), allocation) != hosts.end()) return;
-  RefuseEncoding(chosen ? chosen : element,
-                 componentName + " cannot be allocated to \"" + allocation + "\"");
+  const std::string name(chosen.Text());
+  const auto host = std::find_if(hosts.begin(), hosts.end(),
+                                 [&](const std::string& own) { return IsSavedName(name, own); });
+  if (host == hosts.end()) {
+    RefuseEncoding(chosen ? chosen : element,
+                   componentName + " cannot be allocated to \"" + name + "\"");
+  }
+  allocation = *host;
 }
 
 std::shared_ptr<Component> TreeEncodingNode::GetComponent() const {

@@ -3,7 +3,9 @@
 #include <array>
 #include <cassert>
 #include <charconv>
+#include <iostream>
 
+#include "app/Config.h"
 #include "app/DiagnosticLog.h"
 #include "model/NumberText.h"
 
@@ -16,7 +18,10 @@ constexpr std::size_t PieceSize = std::size_t{1} << 18;
 }  // namespace
 
 void ReportCutShort(const std::string& path) {
-  DiagnosticLog::Instance().AddError("Cannot write the whole of file: " + path);
+  const std::string text = "Cannot write the whole of file: " + path;
+  DiagnosticLog::Instance().AddError(text);
+  // A silent run, and each search is one, has no report at its end that would tell.
+  if (Config::Instance().runSilent) std::cerr << text << '\n';
 }
 
 ResultFile::ResultFile() = default;

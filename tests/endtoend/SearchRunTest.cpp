@@ -363,11 +363,22 @@ INSTANTIATE_TEST_SUITE_P(
     CaseName);
 
 TEST_F(SearchRunTest, SeedThatIsNoneIsTold) {
-  for (const std::string seed : {"-1", "4294967296", "abc", "12abc", "1.5"}) {
+  for (const std::string seed : {"-1", "4294967296", "abc", "12abc", "1.5", ""}) {
     const ProgramRun run = Search({"randomSeed=" + seed, "displayOutput=false"});
-    EXPECT_EQ(run.errors, "Warning: randomSeed= wants a whole number from 1 to 4294967295: " +
-                              seed + ". The search is seeded by the time.\n");
+    EXPECT_EQ(run.errors, "Warning: randomSeed= wants a whole number from 1 to 4294967295, not \"" +
+                              seed + "\". The search is seeded by the time.\n");
   }
+}
+
+// A search is silent and has no report at its end.
+TEST_F(SearchRunTest, PagesOnAFullDiskAreTold) {
+  Search({});
+  const std::string page = folder.Path(ResultsIn("out") + "FTOutput/css/basic.css");
+  std::filesystem::remove(page);
+  std::filesystem::create_symlink("/dev/full", page);
+  const ProgramRun run = Search({});
+  EXPECT_TRUE(Holds(run.errors, "Cannot write the whole of file: ")) << run.errors;
+  EXPECT_TRUE(Holds(run.errors, "FTOutput/css/basic.css\n")) << run.errors;
 }
 
 TEST_F(SearchRunTest, SeedsOfTheWholeRangeAreTaken) {

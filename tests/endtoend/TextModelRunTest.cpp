@@ -96,6 +96,10 @@ TEST_F(TextModelRunTest, PortsThatALineCannotFindAreToldWithTheirLine) {
   EXPECT_EQ(Run(head + "x-B.p = x-A.p" + end).errors,
             "Error! Cannot find port: p on line: wire in model top layer; may not be locally "
             "qualified at line number: 5\n");
+  const ProgramRun search =
+      Run(head + "x-B.p = x-A.p" + end, {"optimise=true", "GAType=NSGA", "maxGenerations=1"});
+  EXPECT_NE(search.errors.find("qualified at line number: 5 (individual "), std::string::npos)
+      << search.errors;
 }
 
 TEST_F(TextModelRunTest, FaultEndsTheReadingWithItsLine) {

@@ -144,6 +144,38 @@ TEST_F(UnfitStateTest, RandomDesignsAreOfTheFormOfTheSavedOnes) {
   EXPECT_THAT(run.output, HasSubstr("Generation: 6/6 completed in"));
 }
 
+// XML folds runs of blanks when it is read; only names in CDATA, and those of text models, hold
+// them.
+TEST_F(UnfitStateTest, NamesWithRunsOfBlanksFit) {
+  const std::string hosts =
+      std::string(XmlIncluded) +
+      "<Allocations><Allocation><![CDATA[H::h  1]]></Allocation></Allocations>";
+  folder.Write("plant.xml",
+               XmlDesignModel({{XmlObjective("Cost")},
+                               {XmlDesignPart("A", {{"a"}, {"b", 1.0}}),
+                                XmlDesignPart("<![CDATA[ B  b ]]>", {{"a"}, {"b", 1.0}}, hosts)},
+                               {"Omission-A.out"},
+                               6,
+                               1}));
+  for (const char* option : {"encodingType=FIXED", "encodingType=TREE", "decomposeSILs"}) {
+    const ProgramRun made = Search({"maxGenerations=3", option}, option);
+    ASSERT_EQ(made.errors, "") << option;
+    for (const std::string& name : Files(option)) {
+      if (name.ends_with(".xml")) Keep(folder.Read(ResultsIn(option) + name));
+    }
+    const ProgramRun run = Search({"previousStateFileName=state.xml", option});
+    EXPECT_EQ(run.errors, "") << option;
+    EXPECT_THAT(run.output, HasSubstr("Individual loaded and added")) << option;
+    EXPECT_THAT(run.output, HasSubstr("Generation: 6/6 completed in")) << option;
+  }
+}
+
+TEST_F(UnfitStateTest, SeedsOfTheWholeRangeAreTaken) {
+  Save("FIXED");
+  Replace("<RandomSeed>[^<]*<", "<RandomSeed>4294967295<");
+  EXPECT_EQ(Resume("FIXED").errors, "");
+}
+
 TEST_F(UnfitStateTest, DesignsHaveNoLevels) {
   Save("TREE");
   ExpectRefused(Search({"previousStateFileName=state.xml", "decomposeSILs"}), NoneFits);
@@ -186,6 +218,9 @@ INSTANTIATE_TEST_SUITE_P(
                  "Negative number in element Generation of saved state: -3 (in NSGA, line 3): "},
         HeadCase{"GenerationBeyondAllNumbers", "<Generation>3<", "<Generation>99999999999<",
                  "Number out of range in element Generation of saved state: 99999999999 (in NSGA, "
+                 "line 3): "},
+        HeadCase{"SeedBeyondTheRange", "<RandomSeed>[^<]*<", "<RandomSeed>4294967296<",
+                 "Number out of range in element RandomSeed of saved state: 4294967296 (in NSGA, "
                  "line 3): "},
         HeadCase{"TimeThatIsNone", "<TimeElapsed>[^<]*<", "<TimeElapsed>x<",
                  "No number in element TimeElapsed of saved state: x (in NSGA, line 3): "},

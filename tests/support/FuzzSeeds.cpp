@@ -7,12 +7,24 @@
 #include "support/TestPaths.h"
 
 namespace FTS {
+namespace {
+
+bool IsResult(const std::filesystem::path& path) {
+  const std::string folder = path.parent_path().filename().string();
+  return folder.find("-FMEAOutput") != std::string::npos ||
+         folder.find("Results") != std::string::npos;
+}
+
+}  // namespace
 
 std::vector<std::string> FuzzSeeds(const std::string& ending) {
   std::vector<std::string> paths;
   for (const std::string& folder : {ExamplesFolder(), TestsFolder() + "/models"}) {
     for (const auto& entry : std::filesystem::recursive_directory_iterator(folder)) {
-      if (entry.path().extension() == ending) paths.push_back(entry.path().string());
+      // What runs have left beside the examples is no seed.
+      if (entry.path().extension() == ending && !IsResult(entry.path())) {
+        paths.push_back(entry.path().string());
+      }
     }
   }
   std::sort(paths.begin(), paths.end());

@@ -101,18 +101,27 @@ void DamageOnce(Tokens& tokens, Dice& dice, const Tokens& pieces) {
       tokens.insert(RandomPlace(tokens, dice), token);
       break;
     }
-    case 2:
-      std::iter_swap(RandomPlace(tokens, dice), RandomPlace(tokens, dice));
+    // One throw of the dice a statement: compilers differ in the order within one.
+    case 2: {
+      const Place first = RandomPlace(tokens, dice);
+      std::iter_swap(first, RandomPlace(tokens, dice));
       break;
-    case 3:
-      *RandomPlace(tokens, dice) = *RandomPlace(tokens, dice);
+    }
+    case 3: {
+      const std::string token = *RandomPlace(tokens, dice);
+      *RandomPlace(tokens, dice) = token;
       break;
-    case 4:
-      *RandomPlace(tokens, dice) = " " + dice.Pick(pieces);
+    }
+    case 4: {
+      const Place place = RandomPlace(tokens, dice);
+      *place = " " + dice.Pick(pieces);
       break;
-    case 5:
-      tokens.insert(RandomPlace(tokens, dice), " " + dice.Pick(pieces));
+    }
+    case 5: {
+      const Place place = RandomPlace(tokens, dice);
+      tokens.insert(place, " " + dice.Pick(pieces));
       break;
+    }
     case 6:
       DamageBlock(tokens, dice);
       break;
