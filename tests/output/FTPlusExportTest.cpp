@@ -352,15 +352,15 @@ TEST_F(FTPlusExportTest, DriverWarnsOfAFailureAndGoesOn) {
 }
 
 TEST_F(FTPlusExportTest, DriverWarnsOfALibraryThatIsMissing) {
-  std::filesystem::remove(installation.LibraryPath());
+  std::filesystem::remove(installation.PathOfLibrary());
   RunDriver();
   EXPECT_EQ(Warnings(), Only("Fault Tree Plus DLL not found - Output to FT+ is not possible."));
   EXPECT_EQ(streams.Output(), "Generating XML results\n");
 }
 
 TEST_F(FTPlusExportTest, DriverWarnsOfAFileThatIsNoLibrary) {
-  std::filesystem::remove(installation.LibraryPath());
-  std::filesystem::create_directories(installation.LibraryPath());
+  std::filesystem::remove(installation.PathOfLibrary());
+  std::filesystem::create_directories(installation.PathOfLibrary());
   RunDriver();
   EXPECT_EQ(Warnings(), Only("Fault Tree Plus DLL not found - Output to FT+ is not possible."));
 }

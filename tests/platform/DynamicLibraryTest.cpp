@@ -30,7 +30,7 @@ TEST_F(DynamicLibraryTest, EntryThatIsNotThereIsNull) {
 }
 
 TEST_F(DynamicLibraryTest, FileThatIsNotThereIsNoLibrary) {
-  EXPECT_EQ(DynamicLibrary::Load(installation.LibraryPath() + "x"), nullptr);
+  EXPECT_EQ(DynamicLibrary::Load(installation.PathOfLibrary() + "x"), nullptr);
 }
 
 TEST_F(DynamicLibraryTest, LibraryIsUnloadedWithItsLastObject) {

@@ -43,7 +43,7 @@ std::int32_t ListedRegistry::ReadText(const std::string& key, const std::string&
 
 FaultTreePlusInstallation::FaultTreePlusInstallation() {
   std::filesystem::create_directories(ProgramFolder());
-  std::filesystem::copy_file(FTS_RECORDING_LIBRARY, LibraryPath());
+  std::filesystem::copy_file(FTS_RECORDING_LIBRARY, PathOfLibrary());
   auto made = std::make_unique<ListedRegistry>();
   registry = made.get();
   const std::string version = std::string(ToolKey) + "\\11.0";
@@ -55,8 +55,8 @@ FaultTreePlusInstallation::FaultTreePlusInstallation() {
 FaultTreePlusInstallation::~FaultTreePlusInstallation() { Registry::Replace(std::move(before)); }
 
 std::unique_ptr<DynamicLibrary> FaultTreePlusInstallation::Load() const {
-  auto library = DynamicLibrary::Load(LibraryPath());
-  EXPECT_NE(library, nullptr) << LibraryPath();
+  auto library = DynamicLibrary::Load(PathOfLibrary());
+  EXPECT_NE(library, nullptr) << PathOfLibrary();
   return library;
 }
 

@@ -44,7 +44,7 @@ class FaultTreePlusInstallation {
 
   /// Where the tool's programs and its library are.
   std::string ProgramFolder() const { return folder.Path("Program"); }
-  std::string LibraryPath() const { return folder.Path("Program/PSA32DLL.DLL"); }
+  std::string PathOfLibrary() const { return folder.Path("Program/PSA32DLL.DLL"); }
   ListedRegistry& GetRegistry() { return *registry; }
   /// Its library, which stays loaded as long as the result.
   std::unique_ptr<DynamicLibrary> Load() const;
